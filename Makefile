@@ -1,0 +1,53 @@
+# The commands a person types. `make help` lists them.
+.DEFAULT_GOAL := help
+.PHONY: help setup demo test bench ios asan tsan lint clean
+
+JOBS ?= $(shell nproc)
+
+help:
+	@echo "make demo    an ordinary app under the sandbox, on the simulated device"
+	@echo "make test    build all and run the tests"
+	@echo "make asan    the tests under AddressSanitizer and UBSan"
+	@echo "make tsan    the tests under ThreadSanitizer"
+	@echo "make bench   measure what the sandbox costs"
+	@echo "make ios     QVSandbox.framework for iPhones and iPads, built and checked: build/ios/QVSandbox.framework"
+	@echo "make lint    format, static analysis, scripts, headers"
+	@echo "make clean   remove build/"
+
+setup:
+	@scripts/setup.sh
+
+# $(call build,PRESET): configures and builds.
+build = scripts/build.sh $(1) $(JOBS)
+
+demo: setup
+	@$(call build,linux)
+	@build/linux/bin/qvdevice run build/linux/apps/Notes.app
+
+test: setup
+	@$(call build,linux)
+	@scripts/test.sh linux
+
+asan: setup
+	@$(call build,linux-asan)
+	@scripts/test.sh linux-asan
+
+tsan: setup
+	@$(call build,linux-tsan)
+	@scripts/test.sh linux-tsan
+
+bench: setup
+	@$(call build,linux)
+	@cmake --build --preset linux --target bench
+
+ios: setup
+	@$(call build,ios)
+	@scripts/test.sh ios
+	@echo "build/ios/QVSandbox.framework"
+
+lint: setup
+	@$(call build,linux)
+	@scripts/lint.sh build/linux
+
+clean:
+	rm -rf build
