@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace qvdevice {
+
+/// Takes from this process, for ever, the right to write anything outside `container` (and /dev/null and /dev/tty).
+/// Descriptors that are already open keep working. Refuses to go on when the kernel cannot do that.
+void confineWritesTo(const std::string& container);
+
+} // namespace qvdevice

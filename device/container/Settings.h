@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace qvdevice {
+
+/// What can differ from one device to another.
+struct Settings {
+  std::string systemVersion = "17.0";
+  std::string idiom = "phone";
+  /// The protection class of an item that was given none; "absent" for a device that answers no class at all.
+  std::string defaultProtection = "NSFileProtectionNone";
+};
+
+/// Reads settings from the text of a JSON object. Every key is optional; an unknown key or a value that no device has
+/// is refused, with the reason in `error`.
+bool parseSettings(std::string_view text, Settings& settings, std::string& error);
+
+/// This device's settings. The first call reads them and refuses to go on with malformed ones.
+const Settings& settings();
+
+} // namespace qvdevice

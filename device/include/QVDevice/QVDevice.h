@@ -1,0 +1,35 @@
+// What the device offers to those who drive it: traces of what happens, its settings, and commands from outside.
+
+#ifndef QVDEVICE_QVDEVICE_H
+#define QVDEVICE_QVDEVICE_H
+
+#import <Foundation/Foundation.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/// Writes one event to the trace, if somebody listens (QVDEVICE_TRACE_FD). `event` holds "kind" and whatever else
+/// belongs to it: strings, numbers, arrays, dictionaries, NSNull. The device adds "t", the milliseconds since the
+/// process started.
+void QVDeviceTrace(NSDictionary *event);
+
+/// This device's settings: systemVersion, idiom ("phone" or "pad"), defaultProtection (a protection class or "absent").
+/// All keys are always there.
+NSDictionary *QVDeviceSettings(void);
+
+/// The container's absolute path, without symbolic links.
+NSString *QVDeviceContainer(void);
+
+/// Does what a command from outside asks for; called on the main thread. Answers nil when done, otherwise what was
+/// wrong.
+typedef NSString * (^QVDeviceControlHandler)(NSDictionary *command);
+
+/// Names the handler of the commands whose "do" is `verb`; nil takes it away. Main thread only.
+void QVDeviceSetControlHandler(NSString *verb, QVDeviceControlHandler handler);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

@@ -1,0 +1,72 @@
+#pragma once
+
+#import <CoreGraphics/CGGeometry.h>
+#import <UIKit/UIResponder.h>
+
+@class UIColor, UIViewController, UIWindow;
+
+typedef NS_OPTIONS(NSUInteger, UIViewAutoresizing) {
+  UIViewAutoresizingNone = 0,
+  UIViewAutoresizingFlexibleLeftMargin = 1 << 0,
+  UIViewAutoresizingFlexibleWidth = 1 << 1,
+  UIViewAutoresizingFlexibleRightMargin = 1 << 2,
+  UIViewAutoresizingFlexibleTopMargin = 1 << 3,
+  UIViewAutoresizingFlexibleHeight = 1 << 4,
+  UIViewAutoresizingFlexibleBottomMargin = 1 << 5,
+};
+
+@interface UIView : UIResponder {
+@private
+  CGRect _frame;
+  CGPoint _boundsOrigin;
+  CGFloat _alpha;
+  NSInteger _tag;
+  UIViewAutoresizing _autoresizingMask;
+  UIColor *_backgroundColor;
+  NSMutableArray *_subviews;
+  UIView *_superview;
+  UIViewController *_controller;
+  BOOL _hidden;
+  BOOL _opaque;
+  BOOL _userInteractionEnabled;
+  BOOL _needsLayout;
+}
+
+- (instancetype)initWithFrame:(CGRect)frame;
+
+@property (nonatomic) CGRect frame;
+@property (nonatomic) CGRect bounds;
+@property (nonatomic) CGPoint center;
+@property (nonatomic) CGFloat alpha;
+@property (nonatomic) NSInteger tag;
+@property (nonatomic) UIViewAutoresizing autoresizingMask;
+@property (nonatomic, getter=isHidden) BOOL hidden;
+@property (nonatomic, getter=isOpaque) BOOL opaque;
+@property (nonatomic, getter=isUserInteractionEnabled) BOOL userInteractionEnabled;
+@property (nonatomic, copy) UIColor *backgroundColor;
+
+@property (nonatomic, readonly) UIView *superview;
+@property (nonatomic, readonly) NSArray *subviews;
+@property (nonatomic, readonly) UIWindow *window;
+
+- (void)addSubview:(UIView *)view;
+- (void)insertSubview:(UIView *)view atIndex:(NSInteger)index;
+- (void)removeFromSuperview;
+- (void)bringSubviewToFront:(UIView *)view;
+- (void)sendSubviewToBack:(UIView *)view;
+- (BOOL)isDescendantOfView:(UIView *)view;
+- (UIView *)viewWithTag:(NSInteger)tag;
+
+- (void)didAddSubview:(UIView *)subview;
+- (void)willRemoveSubview:(UIView *)subview;
+- (void)willMoveToSuperview:(UIView *)superview;
+- (void)didMoveToSuperview;
+- (void)willMoveToWindow:(UIWindow *)window;
+- (void)didMoveToWindow;
+
+- (void)setNeedsLayout;
+- (void)layoutIfNeeded;
+- (void)layoutSubviews;
+- (void)setNeedsDisplay;
+
+@end

@@ -1,0 +1,15 @@
+// What compilers call around code that autoreleases, and the plain ownership functions.
+
+#import <Foundation/Foundation.h>
+#include <objc/objc-arc.h>
+
+id objc_retain(id object) { return [object retain]; }
+void objc_release(id object) { [object release]; }
+id objc_autorelease(id object) { return [object autorelease]; }
+
+void *objc_autoreleasePoolPush(void) { return [[NSAutoreleasePool alloc] init]; }
+
+void objc_autoreleasePoolPop(void *pool) {
+  // The pools that were pushed after this one, and not popped, go with it.
+  [static_cast<NSAutoreleasePool *>(pool) release];
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+namespace zorbel {
+
+/// The state and policies that the SDK answers with, as a policies file gives them. What the file leaves out is as for
+/// an app that nobody has enrolled yet.
+struct Policies {
+  bool ready = false;
+  bool readyToTerminate = false;
+  bool checkInRequested = false;
+  std::int64_t authState = 0;
+  std::int64_t managedPolicy = 0;
+  std::int64_t openInPolicy = 0;
+  std::int64_t pasteboardPolicy = 0;
+  std::int64_t printPolicy = 0;
+  std::optional<std::vector<std::string>> openInWhitelist;
+  nlohmann::json config;  // an object, or null
+  nlohmann::json appInfo; // an object, or null; {"base64": "..."} in it stands for data
+  std::vector<std::string> zbPasteboardTypePrefixes;
+  std::vector<std::string> appSchemes;
+};
+
+/// Why a policies file is not taken, and where in it; lines and columns count from one.
+struct Refusal {
+  std::size_t line;
+  std::size_t column;
+  std::string reason;
+};
+
+/// Reads the text of a policies file.
+std::variant<Policies, Refusal> parsePolicies(const std::string& text);
+
+/// The policies of this process: those of the file that QVDEVICE_POLICIES names. A file that is refused ends the
+/// process with status 65 and file, line, column and reason on standard error.
+const Policies& policies();
+
+/// Decodes base64 (RFC 4648, with padding); nothing when it is not that.
+std::optional<std::string> decodeBase64(const std::string& text);
+
+} // namespace zorbel

@@ -1,0 +1,59 @@
+// The policies file is read as soon as the SDK is loaded: one that is refused stops the app before any of its code
+// runs.
+
+#include "Policies.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+
+#include <unistd.h>
+
+namespace zorbel {
+
+namespace {
+
+constexpr int kRefusedStatus = 65; // EX_DATAERR of sysexits.h
+
+[[noreturn]] void refuse(const std::string& sentence) {
+  const std::string line = "Zorbel: " + sentence + "\n";
+  [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, line.data(), line.size());
+  ::_exit(kRefusedStatus);
+}
+
+std::string textOf(const std::string& path) {
+  std::ostringstream text;
+  errno = 0;
+  std::ifstream file(path, std::ios::binary);
+  if (!file || !(text << file.rdbuf())) {
+    refuse(path + ": the policies file cannot be read" + (errno != 0 ? std::string(": ") + std::strerror(errno) : ""));
+  }
+  return text.str();
+}
+
+Policies readPolicies() {
+  const char* path = std::getenv("QVDEVICE_POLICIES");
+  if (path == nullptr || *path == '\0') {
+    return {};
+  }
+  auto result = parsePolicies(textOf(path));
+  if (const auto* refusal = std::get_if<Refusal>(&result)) {
+    refuse(std::string(path) + ":" + std::to_string(refusal->line) + ":" + std::to_string(refusal->column) + ": " +
+           refusal->reason);
+  }
+  return std::get<Policies>(std::move(result));
+}
+
+__attribute__((constructor)) void readAtLoad() { policies(); }
+
+} // namespace
+
+const Policies& policies() {
+  static const Policies& all = *new Policies(readPolicies());
+  return all;
+}
+
+} // namespace zorbel

@@ -1,0 +1,153 @@
+// What the device does before an app's main, and when it refuses to start.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "Child.h"
+
+namespace {
+
+constexpr int kRefused = 78;
+
+void expectRefused(const Environment &environment, const std::string &sentence) {
+  const ChildResult result = runStarter({}, environment);
+  EXPECT_EQ(result.status, kRefused);
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(result.errors, sentence);
+}
+
+const std::string kHowToRun =
+    "; start an app with \"qvdevice run APP\", or a program with \"qvdevice exec -- PROGRAM\"\n";
+
+} // namespace
+
+TEST(Start, InAContainerReachesMain) {
+  const ChildResult result = runStarter({}, {{"QVDEVICE_CONTAINER", freshFolder()}});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, "started\n");
+  EXPECT_EQ(result.errors, "");
+}
+
+TEST(Start, WithoutAContainerIsRefusedAndTellsHowToRun) {
+  expectRefused({}, "QVDevice: there is no container (QVDEVICE_CONTAINER is not set)" + kHowToRun);
+}
+
+TEST(Start, WithAnEmptyContainerNameIsRefused) {
+  expectRefused({{"QVDEVICE_CONTAINER", ""}},
+                "QVDevice: there is no container (QVDEVICE_CONTAINER is not set)" + kHowToRun);
+}
+
+TEST(Start, WithARelativeContainerIsRefused) {
+  expectRefused({{"QVDEVICE_CONTAINER", "container"}},
+                "QVDevice: the container \"container\" is not an absolute path" + kHowToRun);
+}
+
+TEST(Start, WithAContainerThatDoesNotExistIsRefusedAndMakesNone) {
+  const std::string missing = freshFolder() + "/missing";
+  expectRefused({{"QVDEVICE_CONTAINER", missing}},
+                "QVDevice: the container \"" + missing + "\" cannot be used: No such file or directory" + kHowToRun);
+  EXPECT_NE(::access(missing.c_str(), F_OK), 0);
+}
+
+TEST(Start, WithAFileForAContainerIsRefused) {
+  const std::string file = freshFolder() + "/file";
+  std::ofstream(file) << "text";
+  expectRefused({{"QVDEVICE_CONTAINER", file}}, "QVDevice: the container \"" + file + "\" is not a folder" + kHowToRun);
+}
+
+TEST(Start, WithTheWholeFileSystemForAContainerIsRefused) {
+  expectRefused({{"QVDEVICE_CONTAINER", "/"}}, "QVDevice: the container \"/\" is the whole file system" + kHowToRun);
+  expectRefused({{"QVDEVICE_CONTAINER", "/usr/.."}},
+                "QVDevice: the container \"/usr/..\" is the whole file system" + kHowToRun);
+}
+
+TEST(Start, WithAFileInPlaceOfAStandardFolderIsRefused) {
+  const std::string container = freshFolder();
+  std::ofstream(container + "/Documents") << "text";
+  expectRefused({{"QVDEVICE_CONTAINER", container}},
+                "QVDevice: the container's folder \"" + container + "/Documents\" cannot be made: File exists\n");
+}
+
+TEST(Start, MakesTheStandardFolders) {
+  const std::string container = freshFolder();
+  runStarter({}, {{"QVDEVICE_CONTAINER", container}});
+  for (const char *folder : {"/Documents", "/Library", "/Library/Caches", "/Library/Preferences", "/tmp"}) {
+    struct stat status{};
+    EXPECT_EQ(::stat((container + folder).c_str(), &status), 0) << folder;
+    EXPECT_TRUE(S_ISDIR(status.st_mode)) << folder;
+  }
+}
+
+TEST(Start, KeepsWhatIsInTheContainer) {
+  const std::string container = freshFolder();
+  ::mkdir((container + "/Documents").c_str(), 0700);
+  std::ofstream(container + "/Documents/note") << "text";
+  EXPECT_EQ(runStarter({}, {{"QVDEVICE_CONTAINER", container}}).status, 0);
+  std::string text;
+  std::ifstream(container + "/Documents/note") >> text;
+  EXPECT_EQ(text, "text");
+}
+
+TEST(Start, WithAContainerBehindALinkConfinesToWhereTheLinkLeads) {
+  const std::string folder = freshFolder();
+  ::mkdir((folder + "/container").c_str(), 0755);
+  ASSERT_EQ(::symlink("container", (folder + "/link").c_str()), 0);
+  const Environment environment{{"QVDEVICE_CONTAINER", folder + "/link"}};
+  EXPECT_EQ(runStarter({"write", folder + "/container/file"}, environment).output, "written\n");
+  EXPECT_EQ(runStarter({"write", folder + "/file"}, environment).output, "Permission denied\n");
+}
+
+TEST(Start, WithGoodSettingsReachesMain) {
+  const std::string settings =
+      R"({"systemVersion":"9.3.5","idiom":"pad","defaultProtection":"NSFileProtectionCompleteUnlessOpen"})";
+  EXPECT_EQ(runStarter({}, {{"QVDEVICE_CONTAINER", freshFolder()}, {"QVDEVICE_SETTINGS", settings}}).status, 0);
+}
+
+struct BadSettings {
+  const char *name;
+  const char *text;
+  const char *reason;
+};
+
+class RefusedSettings : public testing::TestWithParam<BadSettings> {};
+
+TEST_P(RefusedSettings, AreNamedWithTheReason) {
+  expectRefused({{"QVDEVICE_CONTAINER", freshFolder()}, {"QVDEVICE_SETTINGS", GetParam().text}},
+                std::string("QVDevice: the device's settings (QVDEVICE_SETTINGS) are refused: ") + GetParam().reason +
+                    "\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Start, RefusedSettings,
+    testing::Values(
+        BadSettings{"Empty", "", "not JSON, at byte 1"},
+        BadSettings{"CutOff", R"({"idiom":"pad")", "not JSON, at byte 15"},
+        BadSettings{"AList", "[]", "a JSON object is expected, not an array"},
+        BadSettings{"ANumber", "17", "a JSON object is expected, not a number"},
+        BadSettings{"UnknownKey", R"({"version":"17.0"})",
+                    R"(unknown key "version"; the keys are systemVersion, idiom, defaultProtection)"},
+        BadSettings{"VersionAsNumber", R"({"systemVersion":17})", "systemVersion must be a string, not 17"},
+        BadSettings{"VersionWithLetters", R"({"systemVersion":"17b"})",
+                    R"(systemVersion is "17b"; it must be numbers with dots, as in "17.0")"},
+        BadSettings{"VersionWithEmptyNumber", R"({"systemVersion":"17..1"})",
+                    R"(systemVersion is "17..1"; it must be numbers with dots, as in "17.0")"},
+        BadSettings{"UnknownIdiom", R"({"idiom":"watch"})", R"(idiom is "watch"; it may be phone, pad)"},
+        BadSettings{
+            "UnknownProtection", R"({"defaultProtection":"none"})",
+            "defaultProtection is \"none\"; it may be NSFileProtectionNone, NSFileProtectionComplete, "
+            "NSFileProtectionCompleteUnlessOpen, NSFileProtectionCompleteUntilFirstUserAuthentication, absent"}),
+    [](const auto &information) { return information.param.name; });
+
+TEST(Start, WithATraceDescriptorThatIsNotOpenIsRefused) {
+  expectRefused({{"QVDEVICE_CONTAINER", freshFolder()}, {"QVDEVICE_TRACE_FD", "77"}},
+                "QVDevice: QVDEVICE_TRACE_FD is \"77\", which is not the number of an open descriptor\n");
+}
+
+TEST(Start, WithAControlDescriptorThatIsNoNumberIsRefused) {
+  expectRefused({{"QVDEVICE_CONTAINER", freshFolder()}, {"QVDEVICE_CONTROL_FD", "3x"}},
+                "QVDevice: QVDEVICE_CONTROL_FD is \"3x\", which is not the number of an open descriptor\n");
+}

@@ -1,0 +1,24 @@
+// What several test programs need: the SDK's log as text, protection classes read past every library, fresh folders.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include "Log.hpp"
+
+#include <string>
+#include <vector>
+
+namespace support {
+
+/// The protection class stored with the item, read from its extended attribute; empty when there is none.
+std::string storedClass(NSString *path);
+/// Stores a class with the item the same way.
+void storeClass(NSString *path, const char *protectionClass);
+
+/// A new, empty folder in the container's tmp.
+NSString *freshFolder();
+
+std::string text(NSString *string);
+bool exists(NSString *path);
+
+} // namespace support

@@ -1,0 +1,135 @@
+#include "AppProcess.h"
+
+#include <array>
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+namespace qvdevice {
+
+// The numbers that the app finds its descriptors under.
+static constexpr int kTraceDescriptor = 3;
+static constexpr int kControlDescriptor = 4;
+
+AppProcess::AppProcess(Launch launch, Stream& stream) : stream_(stream) {
+  std::array<int, 2> pipe{};
+  std::array<int, 2> sockets{};
+  const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
+  if (nothing < 0 || pipe2(pipe.data(), O_CLOEXEC) != 0 ||
+      socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
+    throw std::system_error(errno, std::generic_category(), "no channel to the app");
+  }
+  output_ = pipe[0];
+  control_ = sockets[0];
+  fcntl(output_, F_SETFL, O_NONBLOCK);
+  launch.descriptors = {{nothing, STDIN_FILENO},
+                        {pipe[1], STDOUT_FILENO},
+                        {pipe[1], STDERR_FILENO},
+                        {pipe[1], kTraceDescriptor},
+                        {sockets[1], kControlDescriptor}};
+  launch.environment["QVDEVICE_TRACE_FD"] = std::to_string(kTraceDescriptor);
+  launch.environment["QVDEVICE_CONTROL_FD"] = std::to_string(kControlDescriptor);
+  child_.emplace(launch);
+  close(nothing);
+  close(pipe[1]);
+  close(sockets[1]);
+}
+
+AppProcess::~AppProcess() {
+  child_.reset();
+  close(output_);
+  close(control_);
+}
+
+void AppProcess::readOutput() {
+  std::array<char, 65536> buffer;
+  while (outputOpen_) {
+    const ssize_t length = read(output_, buffer.data(), buffer.size());
+    if (length < 0 && errno == EINTR) {
+      continue;
+    }
+    if (length < 0) {
+      return;
+    }
+    if (length == 0) {
+      outputOpen_ = false;
+      return;
+    }
+    lastSaid_ = Clock::now();
+    stream_.feed({buffer.data(), static_cast<std::size_t>(length)});
+  }
+}
+
+void AppProcess::readAnswers() {
+  std::array<char, 4096> buffer;
+  const ssize_t length = recv(control_, buffer.data(), buffer.size(), MSG_DONTWAIT);
+  if (length > 0) {
+    answers_.append(buffer.data(), static_cast<std::size_t>(length));
+  } else if (length == 0 || (errno != EAGAIN && errno != EINTR)) {
+    controlOpen_ = false;
+  }
+}
+
+void AppProcess::readOnce(Clock::duration limit) {
+  const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(std::max(limit, Clock::duration::zero()));
+  // A channel that the app has closed would be ready for ever.
+  std::array<pollfd, 3> ready{{{outputOpen_ ? output_ : -1, POLLIN, 0},
+                               {controlOpen_ ? control_ : -1, POLLIN, 0},
+                               {signals_.descriptor(), POLLIN, 0}}};
+  ::poll(ready.data(), ready.size(), static_cast<int>(milliseconds.count()));
+  if (ready[1].revents != 0) {
+    readAnswers();
+  }
+  if (ready[2].revents != 0) {
+    signals_.forwardTo(child_->pid());
+  }
+  // Asked before the last of its output is read: what it said before it ended is there by then.
+  const auto status = child_->poll();
+  readOutput();
+  if (status && !ended_) {
+    stream_.finish();
+    ended_ = status;
+  }
+}
+
+bool AppProcess::readUntil(const std::function<bool()>& done, Clock::duration limit) {
+  const auto deadline = Clock::now() + limit;
+  while (!done()) {
+    if (ended_ || Clock::now() >= deadline) {
+      return false;
+    }
+    readOnce(deadline - Clock::now());
+  }
+  return true;
+}
+
+void AppProcess::readUntilQuiet(Clock::duration span, Clock::duration limit) {
+  const auto deadline = Clock::now() + limit;
+  lastSaid_ = Clock::now();
+  while (!ended_ && Clock::now() < deadline && Clock::now() - lastSaid_ < span) {
+    readOnce(std::min(lastSaid_ + span, deadline) - Clock::now());
+  }
+}
+
+std::optional<std::string> AppProcess::tell(const std::string& verb, Clock::duration limit) {
+  const std::string command = nlohmann::json{{"do", verb}}.dump() + "\n";
+  if (send(control_, command.data(), command.size(), MSG_NOSIGNAL) < 0) {
+    return std::nullopt;
+  }
+  if (!readUntil([this] { return answers_.find('\n') != std::string::npos; }, limit)) {
+    return std::nullopt;
+  }
+  const std::size_t end = answers_.find('\n');
+  const auto answer = nlohmann::json::parse(answers_.substr(0, end), nullptr, false);
+  answers_.erase(0, end + 1);
+  if (!answer.is_object() || !answer.contains("ok")) {
+    return "it answered in a way that nobody understands";
+  }
+  return answer.value("ok", false) ? std::string() : answer.value("error", std::string("it gave no reason"));
+}
+
+} // namespace qvdevice

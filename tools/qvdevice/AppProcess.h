@@ -1,0 +1,52 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "Child.h"
+#include "Stream.h"
+
+namespace qvdevice {
+
+/// An app that runs on the device: what it says is read, and things are done to it.
+class AppProcess {
+public:
+  using Clock = std::chrono::steady_clock;
+
+  /// Starts the program of `launch` with one pipe for all that it says, and a socket for what it is told.
+  AppProcess(Launch launch, Stream& stream);
+  ~AppProcess();
+  AppProcess(const AppProcess&) = delete;
+  AppProcess& operator=(const AppProcess&) = delete;
+
+  /// Reads until `done` answers true, the app has ended, or the time is up; whether `done` did.
+  bool readUntil(const std::function<bool()>& done, Clock::duration limit);
+  /// Reads until the app has been silent for `span`, at most for `limit`.
+  void readUntilQuiet(Clock::duration span, Clock::duration limit);
+
+  /// Tells the app to do something; the reason when it will not, empty when it has. Nothing when there is no answer.
+  std::optional<std::string> tell(const std::string& verb, Clock::duration limit);
+
+  /// The status that waitpid gave, once the app has ended and all that it said has been read.
+  std::optional<int> ended() const { return ended_; }
+
+private:
+  void readOnce(Clock::duration limit);
+  void readOutput();
+  void readAnswers();
+
+  Stream& stream_;
+  SignalQueue signals_;
+  int output_ = -1;
+  int control_ = -1;
+  bool outputOpen_ = true;
+  bool controlOpen_ = true;
+  std::optional<Child> child_;
+  std::optional<int> ended_;
+  Clock::time_point lastSaid_ = Clock::now();
+  std::string answers_;
+};
+
+} // namespace qvdevice

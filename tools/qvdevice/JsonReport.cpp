@@ -1,0 +1,56 @@
+#include "Report.h"
+
+#include <cstdio>
+
+namespace qvdevice {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+void print(const Json& object) {
+  const std::string line = object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+  std::fwrite(line.data(), 1, line.size(), stdout);
+  std::fflush(stdout);
+}
+
+Json orNull(const std::string& text) { return text.empty() ? Json(nullptr) : Json(text); }
+
+class JsonReport : public Report {
+public:
+  void begin(const Setting& setting) override {
+    print({{"kind", "begin"},
+           {"app", setting.bundle.name()},
+           {"identifier", setting.bundle.identifier},
+           {"systemVersion", setting.systemVersion},
+           {"idiom", setting.idiom},
+           {"defaultProtection", setting.defaultProtection},
+           {"container", setting.container.string()},
+           {"library", setting.withLibrary}});
+  }
+
+  void line(const std::string& text) override { print({{"kind", "output"}, {"text", text}}); }
+
+  void record(const Json& record) override { print(record); }
+
+  void event(const Event& event) override {
+    Json object{{"kind", "event"}, {"event", event.name}};
+    if (event.verb.empty()) {
+      object["milliseconds"] = event.wait.count();
+    }
+    print(object);
+  }
+
+  void end(const std::vector<Item>& items, const Outcome& outcome) override {
+    for (const Item& item : items) {
+      print({{"kind", "item"}, {"path", item.path}, {"protection", orNull(item.protection)}});
+    }
+    print({{"kind", "end"}, {"status", outcome.status}, {"sentence", outcome.sentence}});
+  }
+};
+
+} // namespace
+
+std::unique_ptr<Report> makeJsonReport() { return std::make_unique<JsonReport>(); }
+
+} // namespace qvdevice

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "Bundle.h"
+#include "Events.h"
+#include "Items.h"
+
+namespace qvdevice {
+
+/// What is run, and how.
+struct Setting {
+  Bundle bundle;
+  std::string systemVersion;
+  std::string idiom;
+  std::string defaultProtection;
+  std::filesystem::path container;
+  bool keptContainer = false;
+  bool withLibrary = true;
+};
+
+/// How it ended.
+struct Outcome {
+  int status = 0;       // that qvdevice exits with
+  std::string sentence; // one sentence, without the full stop
+};
+
+/// Tells a person or a program what happens, as it happens.
+class Report {
+public:
+  virtual ~Report() = default;
+
+  virtual void begin(const Setting& setting) = 0;
+  /// A line that the app wrote to its standard output or standard error.
+  virtual void line(const std::string& text) = 0;
+  /// A record of the device's trace.
+  virtual void record(const nlohmann::ordered_json& record) = 0;
+  /// Something is done to the app now.
+  virtual void event(const Event& event) = 0;
+  virtual void end(const std::vector<Item>& items, const Outcome& outcome) = 0;
+};
+
+/// For people. `verbose` shows the log's details and the SDK's calls too.
+std::unique_ptr<Report> makeTextReport(bool verbose, bool colour);
+/// For programs: one JSON object a line.
+std::unique_ptr<Report> makeJsonReport();
+
+} // namespace qvdevice

@@ -1,0 +1,194 @@
+#include "Report.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <map>
+#include <regex>
+#include <set>
+
+namespace qvdevice {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+enum class Colour { kNone, kBold, kDim, kGreen, kRed, kCyan };
+
+std::string inWords(const std::string& protection) {
+  static const std::map<std::string, std::string> kWords{
+      {"NSFileProtectionNone", "none"},
+      {"NSFileProtectionComplete", "complete"},
+      {"NSFileProtectionCompleteUnlessOpen", "complete unless open"},
+      {"NSFileProtectionCompleteUntilFirstUserAuthentication", "complete until first user authentication"}};
+  const auto words = kWords.find(protection);
+  return words == kWords.end() ? protection : words->second;
+}
+
+std::string lifecycleInWords(const std::string& event) {
+  static const std::map<std::string, std::string> kWords{{"willFinishLaunching", "the app is being launched"},
+                                                         {"didFinishLaunching", "the app has been launched"},
+                                                         {"didBecomeActive", "the app is active: it is on the screen"},
+                                                         {"willResignActive", "the app is no longer active"},
+                                                         {"didEnterBackground", "the app is in the background"},
+                                                         {"willEnterForeground", "the app comes to the foreground"},
+                                                         {"willTerminate", "the app is about to end"}};
+  const auto words = kWords.find(event);
+  return words == kWords.end() ? event : words->second;
+}
+
+std::string textOf(const Json& object, const char* key) {
+  const auto value = object.find(key);
+  return value != object.end() && value->is_string() ? value->get<std::string>() : std::string();
+}
+
+std::string padded(std::string text, std::size_t width) {
+  // Continuation bytes of UTF-8 take no room on the screen.
+  const auto shown = static_cast<std::size_t>(
+      std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xc0) != 0x80; }));
+  if (shown < width) {
+    text.append(width - shown, ' ');
+  }
+  return text;
+}
+
+/// A path that fits: what it begins and ends with tells the most.
+std::string shortened(const std::string& path, std::size_t width) {
+  if (path.size() <= width) {
+    return path;
+  }
+  const std::size_t slash = path.find('/');
+  const std::size_t start = slash == std::string::npos ? 0 : slash + 1;
+  const std::size_t rest = path.rfind('/');
+  return rest <= start ? path : path.substr(0, start) + "..." + path.substr(rest);
+}
+
+class TextReport : public Report {
+public:
+  TextReport(bool verbose, bool colour) : verbose_(verbose), colour_(colour) {}
+
+  void begin(const Setting& setting) override {
+    defaultProtection_ = setting.defaultProtection;
+    const Bundle& bundle = setting.bundle;
+    std::string title = bundle.name() + (bundle.version.empty() ? "" : " " + bundle.version);
+    if (!bundle.identifier.empty()) {
+      title += " (" + bundle.identifier + ")";
+    }
+    title += setting.idiom == "pad" ? " on a simulated tablet" : " on a simulated phone";
+    print(Colour::kBold, title + ", system " + setting.systemVersion);
+    print(Colour::kNone, setting.withLibrary
+                             ? "The app knows nothing of the sandbox: libQVSandbox.so is put into its process at load."
+                             : "The app runs by itself, without the sandbox.");
+    print(Colour::kNone, "Files that get no protection class of their own have the device's default: " +
+                             inWords(setting.defaultProtection) + ".");
+    if (setting.keptContainer) {
+      print(Colour::kNone, "Its container is " + setting.container.string());
+    }
+    section("Start-up, before the app's own code: what is logged, and at which level");
+  }
+
+  void line(const std::string& text) override {
+    // NSLog's own prefix tells when and which process; here there is one, and now.
+    static const std::regex kPrefix(R"(^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d+ [^\[]*\[\d+(:[0-9a-fx]+)?\] )");
+    entry("app", std::regex_replace(text, kPrefix, ""));
+  }
+
+  void record(const Json& record) override {
+    const std::string kind = textOf(record, "kind");
+    if (kind == "log") {
+      log(record);
+    } else if (kind == "lifecycle") {
+      if (!launched_) {
+        launched_ = true;
+        section("The app runs");
+      }
+      entry("lifecycle", lifecycleInWords(textOf(record, "event")), Colour::kCyan);
+    } else if (kind == "protection") {
+      protection(record);
+    } else if (verbose_) {
+      entry(kind, record.dump(-1, ' ', false, Json::error_handler_t::replace), Colour::kDim);
+    }
+  }
+
+  void event(const Event& event) override {
+    if (verbose_) {
+      entry("event", event.name + (event.verb.empty() ? " " + std::to_string(event.wait.count()) + " ms" : ""),
+            Colour::kDim);
+    }
+  }
+
+  void end(const std::vector<Item>& items, const Outcome& outcome) override {
+    section("What the app left in its container, and the protection class that it ended with");
+    std::size_t width = 0;
+    for (const Item& item : items) {
+      width = std::max(width, item.path.size());
+    }
+    std::map<std::string, int> counts;
+    for (const Item& item : items) {
+      const std::string words =
+          item.protection.empty() ? inWords(defaultProtection_) + " (the device's default)" : inWords(item.protection);
+      ++counts[words];
+      const bool open = item.protection.empty() || item.protection == "NSFileProtectionNone";
+      print(open ? Colour::kDim : Colour::kNone, "  " + padded(item.path, width) + "   " + words);
+    }
+    print(Colour::kNone, "");
+    print(Colour::kNone, std::to_string(items.size()) + (items.size() == 1 ? " item" : " items"));
+    for (const auto& [words, count] : counts) {
+      print(Colour::kNone, padded("  " + std::to_string(count), 6) + words);
+    }
+    print(outcome.status == 0 ? Colour::kGreen : Colour::kRed, "\n" + outcome.sentence + ".");
+  }
+
+private:
+  static constexpr std::size_t kTagWidth = 12;
+  static constexpr std::size_t kPathWidth = 36;
+  static constexpr int kDetailLevel = 4;
+
+  void log(const Json& record) {
+    const int level = record.value("level", 0);
+    if (level >= kDetailLevel && !verbose_) {
+      return;
+    }
+    entry("log " + std::to_string(level), textOf(record, "text"), level == 0 ? Colour::kRed : Colour::kNone);
+  }
+
+  void protection(const Json& record) {
+    const std::string from = textOf(record, "from");
+    entry("protection",
+          padded(shortened(textOf(record, "path"), kPathWidth), kPathWidth) + "  " +
+              (from.empty() ? "no class" : inWords(from)) + " -> " + inWords(textOf(record, "to")),
+          Colour::kGreen);
+  }
+
+  void section(const std::string& title) { print(Colour::kBold, "\n" + title); }
+
+  void entry(const std::string& tag, const std::string& text, Colour colour = Colour::kNone) {
+    print(colour, "  " + padded(tag, kTagWidth) + text);
+  }
+
+  void print(Colour colour, const std::string& text) {
+    static const std::map<Colour, const char*> kCodes{{Colour::kBold, "\x1b[1m"},
+                                                      {Colour::kDim, "\x1b[2m"},
+                                                      {Colour::kGreen, "\x1b[32m"},
+                                                      {Colour::kRed, "\x1b[31m"},
+                                                      {Colour::kCyan, "\x1b[36m"}};
+    if (colour_ && colour != Colour::kNone) {
+      std::printf("%s%s\x1b[0m\n", kCodes.at(colour), text.c_str());
+    } else {
+      std::printf("%s\n", text.c_str());
+    }
+    std::fflush(stdout);
+  }
+
+  bool verbose_;
+  bool colour_;
+  bool launched_ = false;
+  std::string defaultProtection_;
+};
+
+} // namespace
+
+std::unique_ptr<Report> makeTextReport(bool verbose, bool colour) {
+  return std::make_unique<TextReport>(verbose, colour);
+}
+
+} // namespace qvdevice

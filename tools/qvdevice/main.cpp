@@ -1,0 +1,94 @@
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+
+#include "Compile.h"
+#include "Exec.h"
+#include "Failure.h"
+#include "Run.h"
+
+using namespace qvdevice;
+
+/// The program after "--" is taken off before the rest is parsed: its arguments are its own business, down to those
+/// that the parser would read as lists.
+static std::vector<std::string> splitCommand(std::vector<std::string>& arguments) {
+  const auto mark = std::find(arguments.begin(), arguments.end(), "--");
+  if (mark == arguments.end()) {
+    return {};
+  }
+  std::vector<std::string> command(mark + 1, arguments.end());
+  arguments.erase(mark, arguments.end());
+  return command;
+}
+
+static void addRun(CLI::App& run, RunOptions& options) {
+  run.add_option("APP", options.app, "The app: a folder with an Info.plist and an executable")->required();
+  run.add_option("--policies", options.policies, "What the management SDK lays down: a JSON file");
+  run.add_option("--events", options.events,
+                 "What happens to the app: a file with one of activate, resign, background, foreground, terminate, "
+                 "wait MILLISECONDS a line; without it the app is used, put away and ended");
+  run.add_option("--system-version", options.systemVersion, "The device's system version")->capture_default_str();
+  run.add_option("--idiom", options.idiom, "phone or pad")
+      ->check(CLI::IsMember({"phone", "pad"}))
+      ->capture_default_str();
+  run.add_option("--default-protection", options.defaultProtection,
+                 "The protection class of items that are given none; \"absent\" for a device that tells none")
+      ->check(CLI::IsMember({"NSFileProtectionNone", "NSFileProtectionComplete", "NSFileProtectionCompleteUnlessOpen",
+                             "NSFileProtectionCompleteUntilFirstUserAuthentication", "absent"}))
+      ->capture_default_str();
+  run.add_option("--container", options.container, "The app's container, kept; without it a fresh one, removed after");
+  run.add_flag("--keep", options.keep, "Leave the fresh container behind and say where it is");
+  run.add_flag("--no-library", options.noLibrary, "Run the app by itself, to compare");
+  run.add_flag("--json", options.json, "One JSON object a line instead of text");
+  run.add_flag("--verbose", options.verbose, "Show the log's details and the SDK's calls too");
+  run.add_option("--timeout", options.timeoutSeconds, "Seconds that the app may take to start, to answer, to end")
+      ->check(CLI::Range(1, 3600))
+      ->capture_default_str();
+}
+
+static int command(std::vector<std::string> arguments) {
+  ExecOptions execOptions;
+  RunOptions runOptions;
+  if (!arguments.empty() && arguments.front() == "cc") {
+    return compile({arguments.begin() + 1, arguments.end()});
+  }
+  if (!arguments.empty() && arguments.front() == "exec") {
+    execOptions.command = splitCommand(arguments);
+  }
+
+  CLI::App app("Runs Objective-C apps on the simulated device.", "qvdevice");
+  app.require_subcommand(1);
+  CLI::App* run = app.add_subcommand("run", "Run an app under the sandbox and show what happens");
+  addRun(*run, runOptions);
+  app.add_subcommand("cc", "Compile an app's Objective-C sources into a bundle; qvdevice cc --help tells more");
+  CLI::App* exec =
+      app.add_subcommand("exec", "exec [--keep] -- PROGRAM ARGS...: run any program in a container of its own");
+  exec->add_flag("--keep", execOptions.keep, "Leave the container behind and say where it is");
+
+  try {
+    std::reverse(arguments.begin(), arguments.end());
+    app.parse(arguments);
+    if (exec->parsed() && execOptions.command.empty()) {
+      throw CLI::RequiredError("-- PROGRAM");
+    }
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? kDone : kUsage;
+  }
+  return run->parsed() ? qvdevice::run(runOptions) : qvdevice::exec(execOptions);
+}
+
+int main(int argc, char** argv) {
+  try {
+    return command({argv + 1, argv + argc});
+  } catch (const Failure& failure) {
+    std::fprintf(stderr, "qvdevice: %s\n", failure.what());
+    return failure.status();
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "qvdevice: %s\n", error.what());
+    return kInternal;
+  }
+}
