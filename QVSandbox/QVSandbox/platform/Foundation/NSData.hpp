@@ -1,0 +1,13 @@
+#pragma once
+
+#include "NSObject.hpp"
+
+namespace qvsb {
+
+using NSDataWritingOptions = NSUInteger;
+
+class NSData : public NSObject {
+  QVSB_HANDLE(NSData, NSObject)
+};
+
+} // namespace qvsb

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "NSDictionary.hpp"
+#include "NSError.hpp"
+
+extern "C" {
+extern objc_object* qvsbFileProtectionKey QVSB_SYMBOL(NSFileProtectionKey);
+extern objc_object* qvsbFileProtectionNone QVSB_SYMBOL(NSFileProtectionNone);
+extern objc_object* qvsbFileProtectionCompleteUntilFirstUserAuthentication
+    QVSB_SYMBOL(NSFileProtectionCompleteUntilFirstUserAuthentication);
+}
+
+namespace qvsb {
+
+inline NSString NSFileProtectionKey() { return NSString(qvsbFileProtectionKey); }
+inline NSString NSFileProtectionNone() { return NSString(qvsbFileProtectionNone); }
+inline NSString NSFileProtectionCompleteUntilFirstUserAuthentication() {
+  return NSString(qvsbFileProtectionCompleteUntilFirstUserAuthentication);
+}
+
+class NSFileManager : public NSObject {
+  QVSB_HANDLE(NSFileManager, NSObject)
+  QVSB_CLASS_METHOD(NSFileManager, defaultManager, "defaultManager")
+  QVSB_METHOD(BOOL, fileExistsAtPath, "fileExistsAtPath:", NSString)
+  QVSB_METHOD(BOOL, removeItemAtPath_error, "removeItemAtPath:error:", NSString, NSError*)
+  QVSB_METHOD(NSDictionary, attributesOfItemAtPath_error, "attributesOfItemAtPath:error:", NSString, NSError*)
+};
+
+} // namespace qvsb

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "NSObject.hpp"
+
+namespace qvsb {
+
+/// Its type is part of method encodings, and the two Foundations differ.
+#if QVSB_APPLE_RUNTIME
+using NSStringEncoding = NSUInteger;
+#else
+using NSStringEncoding = unsigned int;
+#endif
+inline constexpr NSStringEncoding NSUTF8StringEncoding = 4;
+
+class NSString : public NSObject {
+  QVSB_HANDLE(NSString, NSObject)
+  QVSB_CLASS_METHOD(NSString, stringWithUTF8String, "stringWithUTF8String:", const char*)
+  QVSB_METHOD(Object, initWithBytes_length_encoding, "initWithBytes:length:encoding:", const void*, NSUInteger,
+              NSStringEncoding)
+  QVSB_METHOD(const char*, UTF8String, "UTF8String")
+  QVSB_METHOD(NSString, stringByAppendingPathComponent, "stringByAppendingPathComponent:", NSString)
+
+  /// `stringWithFormat:`; arguments are handles, numbers and C strings.
+  template <class... Tail> static NSString stringWithFormat(NSString format, Tail... tail) {
+    return VariadicMessage<NSString(NSString)>::send(classObject(), "stringWithFormat:"_sel, format, tail...);
+  }
+};
+
+namespace detail {
+/// An NSString that is never released: whichever thread comes second gives its own back and takes the first one's.
+NSString publishConstant(std::atomic<id>& slot, const char* text, std::size_t length);
+template <FixedString Text> inline constinit std::atomic<id> stringConstant{nullptr};
+} // namespace detail
+
+/// A string constant: `"Sandboxing NSData"_ns`. Made when first used, immortal, UTF-8.
+template <FixedString Text> inline NSString operator""_ns() {
+  auto& slot = detail::stringConstant<Text>;
+  if (const id made = slot.load(std::memory_order_acquire)) [[likely]] {
+    return NSString(made);
+  }
+  return detail::publishConstant(slot, Text.text, Text.length);
+}
+
+/// The selector's name; nil for a null selector.
+NSString NSStringFromSelector(SEL selector);
+/// The class's name; nil for nil.
+NSString NSStringFromClass(Class cls);
+
+} // namespace qvsb

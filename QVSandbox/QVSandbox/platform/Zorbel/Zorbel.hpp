@@ -1,0 +1,22 @@
+// The management SDK.
+#pragma once
+
+#include "../Foundation/NSArray.hpp"
+#include "../Foundation/NSString.hpp"
+
+namespace qvsb {
+
+class Zorbel : public NSObject {
+  QVSB_HANDLE(Zorbel, NSObject)
+  QVSB_CLASS_METHOD(Object, initPrivateWithDelegate_version_swizzledMethods,
+                    "initPrivateWithDelegate:version:swizzledMethods:", Object, NSString, NSArray)
+
+  /// The SDK's logger, any thread. Levels: 0 errors and refusals, 1 failed exchanges of UIApplication, 2 notable
+  /// events, 3 method traces and progress, 4 listings, 5 details.
+  template <class... Tail> static void wrapperLogAtLevel_format(NSInteger level, NSString format, Tail... tail) {
+    VariadicMessage<void(NSInteger, NSString)>::send(classObject(), "wrapperLogAtLevel:format:"_sel, level, format,
+                                                     tail...);
+  }
+};
+
+} // namespace qvsb

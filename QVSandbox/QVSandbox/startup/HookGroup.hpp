@@ -1,0 +1,42 @@
+// What an installer (`<Class>SandboxInit`) is made of: the hooks of one platform class, as data, and the one way in
+// which they are installed.
+#pragma once
+
+#include <span>
+
+#include "../platform/Foundation/NSString.hpp"
+#include "../platform/objc/method.hpp"
+
+namespace qvsb {
+
+/// One hooked method: the platform's selector, and the replacement with the selector under which it is kept and under
+/// which, after the exchange, the platform's implementation is reached.
+struct Hook {
+  const char* selector;
+  MethodEntry replacement;
+};
+
+/// `hook<sb_length>("length", "sb_length")`, with `NSUInteger sb_length(NSString self, SEL)`.
+template <auto Replacement> consteval Hook hook(const char* selector, const char* replacementSelector) {
+  return {selector, method<Replacement>(replacementSelector)};
+}
+
+enum class HookedMethods { instance, ofClass };
+
+/// The hooks that one installer installs on one platform class, in order.
+struct HookGroup {
+  /// The installer's own function name, for its log line.
+  const char* installer;
+  const char* className;
+  HookedMethods kind;
+  std::span<const Hook> hooks;
+};
+
+/// Adds the replacements, so that they are there to be found whether or not the exchange succeeds.
+void addReplacements(const HookGroup& group);
+
+/// Logs `startLine` at level 3, then exchanges the pairs in order. The first that fails is logged at level 0, and the
+/// pairs after it are left alone. Never raises.
+void installHooks(const HookGroup& group, NSString startLine);
+
+} // namespace qvsb

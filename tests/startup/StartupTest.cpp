@@ -1,0 +1,133 @@
+// What happens in an app's process before its `main`, seen from outside: a host is started with the library in front of
+// it, and its output read.
+#include "support/Child.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+const Lines kInstallers = {
+    "3 Sandboxing NSArray",         // NSArray
+    "3 Sandboxing NSData",          // NSData
+    "3 Sandboxing NSArray",         // NSDictionary
+    "3 Sandboxing NSData",          // NSFileManager
+    "3 Sandboxing NSData",          // NSFileWrapper
+    "3 Sandboxing NSKeyedArchiver", //
+    "3 Sandboxing NSPersistentStoreCoordinator",
+    "3 Sandboxing NSString",
+    "3 Sandboxing UIDocument",
+};
+
+Lines expected(const Lines& before, Lines installers = kInstallers) {
+  Lines lines = {"2 Sandboxing application startup_host (4.2.0.18)"};
+  lines.insert(lines.end(), before.begin(), before.end());
+  lines.insert(lines.end(), installers.begin(), installers.end());
+  lines.emplace_back("sdk initPrivateWithDelegate:version:swizzledMethods: null \"4.2.0.18\" null");
+  lines.emplace_back("main of the host");
+  return lines;
+}
+
+class Startup : public testing::Test {
+protected:
+  void SetUp() override {
+    container = freshFolder();
+    fs::create_directories(documents());
+  }
+
+  fs::path documents() const { return fs::path(container) / "Documents"; }
+  void write(const char* name) const { std::ofstream(documents() / name) << "content"; }
+
+  /// Runs the host with the library and, in the process before it, `others`. Gives the log lines, the calls at the SDK
+  /// and the host's own output, in order.
+  Lines run(const std::string& others = "") {
+    const ChildResult result = runChild({STARTUP_HOST}, {{"QVDEVICE_CONTAINER", container},
+                                                         {"QVDEVICE_TRACE_FD", "1"},
+                                                         {"LD_PRELOAD", std::string(LIBRARY " ") + others},
+                                                         // A sanitizer's symbolizer would be given the library, too.
+                                                         {"ASAN_OPTIONS", "symbolize=0"}});
+    EXPECT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(result.errors, "");
+    return linesOf(result.output);
+  }
+
+  std::string container;
+
+private:
+  static Lines linesOf(const std::string& output) {
+    Lines lines;
+    std::istringstream stream(output);
+    for (std::string line; std::getline(stream, line);) {
+      if (!line.starts_with('\x1e')) {
+        lines.push_back(line);
+        continue;
+      }
+      const auto event = nlohmann::json::parse(line.substr(1));
+      if (event["kind"] == "log") {
+        lines.push_back(std::to_string(event["level"].get<int>()) + " " + event["text"].get<std::string>());
+      } else if (event["kind"] == "sdk") {
+        lines.push_back("sdk " + event["call"].get<std::string>() + " " + event["delegate"].dump() + " " +
+                        event["version"].dump() + " " + event["swizzledMethods"].dump());
+      }
+    }
+    return lines;
+  }
+};
+
+} // namespace
+
+TEST_F(Startup, LogsItsStartInstallsInOrderAndCreatesTheSdkBeforeTheHostsMain) {
+  write("note.txt");
+  EXPECT_EQ(run(), expected({}));
+  EXPECT_TRUE(fs::exists(documents() / "note.txt"));
+}
+
+TEST_F(Startup, RemovesAStaleConfigurationFileSilentlyAndNothingElse) {
+  write("QVConfig.plist");
+  write("QVConfig.plist.bak");
+  EXPECT_EQ(run(), expected({}));
+  EXPECT_FALSE(fs::exists(documents() / "QVConfig.plist"));
+  EXPECT_TRUE(fs::exists(documents() / "QVConfig.plist.bak"));
+}
+
+TEST_F(Startup, RemovesAFolderOfThatNameWithItsContents) {
+  fs::create_directories(documents() / "QVConfig.plist" / "inner");
+  EXPECT_EQ(run(), expected({}));
+  EXPECT_FALSE(fs::exists(documents() / "QVConfig.plist"));
+}
+
+TEST_F(Startup, ThatCannotRemoveTheFileLogsPathAndErrorAndInstallsEverything) {
+  write("QVConfig.plist");
+  const Lines lines = run(STUBBORN_FILES);
+  ASSERT_GT(lines.size(), 2U);
+  const std::string start =
+      "0 Unable to remove file: " + fs::canonical(documents()).string() + "/QVConfig.plist due to: ";
+  EXPECT_EQ(lines[1].substr(0, start.size()), start);
+  EXPECT_NE(lines[1].find("I keep it", start.size()), std::string::npos) << lines[1];
+  EXPECT_EQ(lines, expected({lines[1]}));
+  EXPECT_TRUE(fs::exists(documents() / "QVConfig.plist"));
+}
+
+TEST_F(Startup, RunsAllInstallersInOrderThoughEarlierOnesCaughtAHookException) {
+  const std::string reason = "Caught HookException: +[NSObject(QVSBJRSwizzle) qvsbjr_swizzleMethod:withMethod:error:]: "
+                             "alternative type encoding for selector ";
+  Lines installers = kInstallers;
+  installers.insert(installers.begin() + 1,
+                    "0 NSArraySandboxInit: " + reason +
+                        "sb_writeToFile:atomically: does not match original writeToFile:atomically: in class NSArray");
+  installers.insert(installers.end() - 1, "0 NSStringSandboxInit: " + reason +
+                                              "sb_writeToURL:atomically:encoding:error: does not match original "
+                                              "writeToURL:atomically:encoding:error: in class NSString");
+  EXPECT_EQ(run(TAKEN_NAMES), expected({}, installers));
+}
