@@ -1,0 +1,9 @@
+#import <UIKit/UIKit.h>
+
+@interface NotesViewController : UIViewController {
+  NSArray *_notes;
+}
+
+- (id)initWithNotes:(NSArray *)notes;
+
+@end
