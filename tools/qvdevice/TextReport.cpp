@@ -41,6 +41,18 @@ std::string textOf(const Json& object, const char* key) {
   return value != object.end() && value->is_string() ? value->get<std::string>() : std::string();
 }
 
+/// A call at the SDK with its arguments: "name: (delegate nil, version 4.2.0.18)".
+std::string callInWords(const Json& record) {
+  std::string arguments;
+  for (const auto& [name, value] : record.items()) {
+    if (name != "kind" && name != "t" && name != "call") {
+      arguments += (arguments.empty() ? "" : ", ") + name + " ";
+      arguments += value.is_null() ? "nil" : value.is_string() ? value.get<std::string>() : value.dump();
+    }
+  }
+  return textOf(record, "call") + (arguments.empty() ? "" : " (" + arguments + ")");
+}
+
 std::string padded(std::string text, std::size_t width) {
   // Continuation bytes of UTF-8 take no room on the screen.
   const auto shown = static_cast<std::size_t>(
@@ -104,6 +116,8 @@ public:
       entry("lifecycle", lifecycleInWords(textOf(record, "event")), Colour::kCyan);
     } else if (kind == "protection") {
       protection(record);
+    } else if (kind == "sdk") {
+      entry("sdk", callInWords(record));
     } else if (verbose_) {
       entry(kind, record.dump(-1, ' ', false, Json::error_handler_t::replace), Colour::kDim);
     }
