@@ -79,10 +79,15 @@ NSFileProtectionType storedProtection(const char *path) {
 }
 
 int storeProtection(const char *path, NSFileProtectionType protection) {
-  NSFileProtectionType const before = storedProtection(path);
-  if (before == protection) return 0;
   const std::string_view name = storedForm(protection);
-  if (setxattr(path, attributeName, name.data(), name.size(), 0) != 0) return errno;
+  // Most items have no class yet; only for the others does the old one have to be asked for.
+  NSFileProtectionType before = nil;
+  if (setxattr(path, attributeName, name.data(), name.size(), XATTR_CREATE) != 0) {
+    if (errno != EEXIST) return errno;
+    before = storedProtection(path);
+    if (before == protection) return 0;
+    if (setxattr(path, attributeName, name.data(), name.size(), 0) != 0) return errno;
+  }
   traceProtection(path, before, protection);
   return 0;
 }

@@ -1,9 +1,10 @@
 // GCC's runtime updates the dispatch table of the one class that has the method, when an implementation is exchanged or
 // replaced. A subclass whose table is not a plain copy of it goes on calling the old implementation: after an exchange
-// in NSData, some of the classes behind NSData ran it and some did not. Apple's runtime has no such gap, so the device
-// closes it, for everybody in the process: these functions take the place of the runtime's own.
+// in NSData, some of the classes behind NSData ran it and some did not. And an exchange in a class that has no table
+// yet goes into the one table that all such classes share, where the next class finds it. Apple's runtime has no such
+// gaps, so the device closes them, for everybody in the process: these functions take the place of the runtime's own.
 #include <cstddef>
-#include <dlfcn.h>
+#include <utility>
 #include <vector>
 
 // The runtime's structures, of which its headers show only the names. The layout has been the same since 1993.
@@ -43,6 +44,7 @@ int objc_mutex_lock(void* mutex);
 int objc_mutex_unlock(void* mutex);
 int objc_getClassList(objc_class** classes, int size);
 unsigned char class_addMethod(objc_class* cls, objc_selector* selector, void (*implementation)(), const char* types);
+void __objc_update_dispatch_table_for_class(objc_class* cls);
 void sarray_at_put_safe(sarray* array, std::size_t index, void* element);
 
 void method_exchangeImplementations(objc_method* left, objc_method* right);
@@ -60,10 +62,6 @@ public:
   RuntimeLock& operator=(const RuntimeLock&) = delete;
 };
 
-template <class Function> Function* original(const char* name) {
-  return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
-}
-
 bool owns(const objc_class* cls, const objc_method* method) {
   for (const objc_method_list* list = cls->methods; list; list = list->next)
     if (method >= list->methods && method < list->methods + list->count) return true;
@@ -77,8 +75,9 @@ objc_method* ownMethod(const objc_class* cls, const objc_selector* selector) {
   return nullptr;
 }
 
-/// The class, or metaclass, whose own method this is; null for a method of no class.
-objc_class* ownerOf(const objc_method* method) {
+/// The class, or metaclass, whose own method this is; null for a method of no class. `likely` is looked at first.
+objc_class* ownerOf(const objc_method* method, objc_class* likely) {
+  if (likely && owns(likely, method)) return likely;
   std::vector<objc_class*> classes(static_cast<std::size_t>(objc_getClassList(nullptr, 0)));
   const int count = objc_getClassList(classes.data(), static_cast<int>(classes.size()));
   classes.resize(static_cast<std::size_t>(count) < classes.size() ? static_cast<std::size_t>(count) : classes.size());
@@ -89,36 +88,52 @@ objc_class* ownerOf(const objc_method* method) {
   return nullptr;
 }
 
-/// Enters the method into the tables of all that inherit it. A class without a table gets it when it makes one.
+/// Enters the method into the class's table. A class without a table gets it when it makes one; one that is running its
+/// `+initialize` has made it and keeps it elsewhere, where only the runtime finds it.
+void tell(objc_class* cls, const objc_method* method) {
+  if (cls->dtable != __objc_uninstalled_dtable)
+    sarray_at_put_safe(cls->dtable, reinterpret_cast<std::size_t>(method->name->sel_id),
+                       reinterpret_cast<void*>(method->implementation));
+  else
+    __objc_update_dispatch_table_for_class(cls);
+}
+
+/// Enters the method into the tables of all that inherit it.
 void tellHeirs(const objc_class* owner, const objc_method* method) {
   for (objc_class* heir = owner->subclass_list; heir; heir = heir->sibling_class) {
     if (ownMethod(heir, method->name)) continue;
-    if (heir->dtable != __objc_uninstalled_dtable)
-      sarray_at_put_safe(heir->dtable, reinterpret_cast<std::size_t>(method->name->sel_id),
-                         reinterpret_cast<void*>(method->implementation));
+    tell(heir, method);
     tellHeirs(heir, method);
   }
 }
 
-void tellHeirs(const objc_method* method) {
-  const RuntimeLock lock;
-  if (const objc_class* owner = ownerOf(method)) tellHeirs(owner, method);
+/// Enters a method that has a new implementation wherever it is called. Answers the owner, the likely one of the next
+/// method: an exchange is mostly one of two methods of one class, and finding a method's class means looking at all.
+objc_class* tellAll(const objc_method* method, objc_class* likely = nullptr) {
+  objc_class* const owner = ownerOf(method, likely);
+  // A category's method may hide one of the same name in the same class.
+  if (owner && ownMethod(owner, method->name) == method) {
+    tell(owner, method);
+    tellHeirs(owner, method);
+  }
+  return owner;
 }
 
 } // namespace
 
 void method_exchangeImplementations(objc_method* left, objc_method* right) {
-  static auto* const exchange = original<decltype(method_exchangeImplementations)>("method_exchangeImplementations");
-  exchange(left, right);
   if (!left || !right) return;
-  tellHeirs(left);
-  tellHeirs(right);
+  const RuntimeLock lock;
+  std::swap(left->implementation, right->implementation);
+  objc_class* const owner = tellAll(left);
+  tellAll(right, owner);
 }
 
 void (*method_setImplementation(objc_method* method, void (*implementation)()))() {
-  static auto* const set = original<decltype(method_setImplementation)>("method_setImplementation");
-  const auto before = set(method, implementation);
-  if (method && implementation) tellHeirs(method);
+  if (!method || !implementation) return nullptr;
+  const RuntimeLock lock;
+  const auto before = std::exchange(method->implementation, implementation);
+  tellAll(method);
   return before;
 }
 

@@ -63,6 +63,44 @@
 }
 @end
 
+// Exchanges its own methods before its first use, as many classes do.
+@interface QVSelfExchanger : NSObject
+@end
+@implementation QVSelfExchanger
++ (void)initialize {
+  method_exchangeImplementations(class_getInstanceMethod(self, @selector(first)),
+                                 class_getInstanceMethod(self, @selector(second)));
+}
+- (int)first {
+  return 1;
+}
+- (int)second {
+  return 2;
+}
+@end
+
+// Two classes that nobody has used yet; they have no tables.
+@interface QVUntouched : NSObject
+@end
+@implementation QVUntouched
+- (int)first {
+  return 7;
+}
+- (int)second {
+  return 8;
+}
+@end
+@interface QVUntouchedToo : NSObject
+@end
+@implementation QVUntouchedToo
+- (int)first {
+  return 70;
+}
+- (int)second {
+  return 80;
+}
+@end
+
 namespace {
 
 int replacement(id, SEL) { return 42; }
@@ -157,6 +195,24 @@ TEST_F(MethodReplacement, AReplacementInFoundationReachesTheClassesBehindIt) {
           << class_getName(object_getClass(data)) << " " << sel_getName(selector);
     }
   }
+}
+
+TEST_F(MethodReplacement, InAClassThatIsBeingInitializedIsThereFromItsFirstMessageOn) {
+  QVSelfExchanger *const object = [[[QVSelfExchanger alloc] init] autorelease];
+  EXPECT_EQ([object first], 2);
+  EXPECT_EQ([object second], 1);
+}
+
+TEST_F(MethodReplacement, InAClassThatNobodyHasUsedStaysInThatClass) {
+  Class const untouched = objc_getClass("QVUntouched");
+  method_exchangeImplementations(class_getInstanceMethod(untouched, @selector(first)),
+                                 class_getInstanceMethod(untouched, @selector(second)));
+  QVUntouchedToo *const other = [[[QVUntouchedToo alloc] init] autorelease];
+  EXPECT_EQ([other first], 70);
+  EXPECT_EQ([other second], 80);
+  QVUntouched *const object = [[[QVUntouched alloc] init] autorelease];
+  EXPECT_EQ([object first], 8);
+  EXPECT_EQ([object second], 7);
 }
 
 TEST(ModuleLoading, AClassMethodAddedToACompiledClassIsFound) {
