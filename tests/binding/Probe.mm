@@ -176,6 +176,9 @@ static const char *signatureOfBlock(id block) {
     return CGRectMake(r.origin.x + 1, r.origin.y, r.size.width, r.size.height);
   } copy] autorelease];
 }
+- (CGRect)ask:(CGRect (^)(CGRect, BOOL))block with:(CGRect)rect {
+  return block(rect, YES);
+}
 - (const char *)signatureOf:(id)block {
   return signatureOfBlock(block);
 }

@@ -89,6 +89,16 @@ TEST(Block, PassesAndReturnsStructures) {
   EXPECT_EQ(moved.size.height, 4);
 }
 
+TEST(Block, MadeFromALambdaTakesAndReturnsStructuresForObjectiveC) {
+  auto block = makeBlock<CGRect(CGRect, BOOL)>([](CGRect rect, BOOL wider) {
+    rect.size.width += wider ? 10 : 0;
+    return rect;
+  });
+  const auto answer = send<CGRect>(QVProbe::make().get(), "ask:with:"_sel, block.get(), CGRect{{1, 2}, {3, 4}});
+  EXPECT_EQ(answer.origin.y, 2);
+  EXPECT_EQ(answer.size.width, 13);
+}
+
 TEST(Block, KeptByCopiedOutlivesThePoolThatHeldIt) {
   Copied<Block<NSInteger(NSInteger, NSInteger)>> kept;
   {

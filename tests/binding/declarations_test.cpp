@@ -1,21 +1,7 @@
 // Every operation that the library declares of the platform, compared with the running platform's own method.
 #define QVSB_DECLARATION_TABLE
 
-#include "platform/CoreData/NSPersistentStoreCoordinator.hpp"
-#include "platform/Foundation/NSArray.hpp"
-#include "platform/Foundation/NSData.hpp"
-#include "platform/Foundation/NSDictionary.hpp"
-#include "platform/Foundation/NSError.hpp"
-#include "platform/Foundation/NSException.hpp"
-#include "platform/Foundation/NSFileManager.hpp"
-#include "platform/Foundation/NSFileWrapper.hpp"
-#include "platform/Foundation/NSKeyedArchiver.hpp"
-#include "platform/Foundation/NSObject.hpp"
-#include "platform/Foundation/NSProcessInfo.hpp"
-#include "platform/Foundation/NSString.hpp"
-#include "platform/Foundation/NSURL.hpp"
-#include "platform/UIKit/UIDocument.hpp"
-#include "platform/Zorbel/Zorbel.hpp"
+#include "PlatformHeaders.hpp"
 
 #include <gtest/gtest.h>
 

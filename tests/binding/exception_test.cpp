@@ -150,10 +150,25 @@ TEST(Exception, ReleasesWhatStrongHeldInTheFramesItCrossed) {
   const int before = QVProbe::live();
   tryCatch(
       [&] {
-        const AutoreleasePool pool;
         const Strong<QVProbe> probe = QVProbe::make();
         probe->raise();
       },
       [](Object) { return true; });
   EXPECT_EQ(QVProbe::live(), before);
+}
+
+TEST(Exception, OutlivesThePoolsThatItUnwindsThrough) {
+  const Strong<QVProbe> probe = QVProbe::make();
+  std::string reason;
+  tryCatch(
+      [&] {
+        const AutoreleasePool outer;
+        const AutoreleasePool inner;
+        probe->raise();
+      },
+      [&](Object exception) {
+        reason = NSException::from(exception).reason().UTF8String();
+        return true;
+      });
+  EXPECT_EQ(reason, "raised by probe");
 }

@@ -96,6 +96,14 @@ public:
   static constexpr MethodEntry instanceMethods[] = {member<&Orphan::nothing>("nothing")};
 };
 
+class NameTaken : public Implements<NameTaken> {
+public:
+  static constexpr const char* className = "QVProbe";
+  static constexpr const char* superclassName = "NSObject";
+  void nothing() {}
+  static constexpr MethodEntry instanceMethods[] = {member<&NameTaken::nothing>("nothing")};
+};
+
 Strong<NSObject> make(Class cls) {
   return Strong<NSObject>::adopt(NSObject(send<Object>(send<Object>(cls, "alloc"_sel), "init"_sel).raw()));
 }
@@ -185,6 +193,11 @@ TEST_F(Implement, AnOverrideOfAnotherSignatureIsRefusedWithBothEncodings) {
   EXPECT_EQ(reasonOf([] { registerClass<WrongOverride>(); }),
             "invalid override -[QVTestWrongOverride number]: declared as i16@0:8, but QVProbe has it as q16@0:8");
   EXPECT_EQ(objc_lookUpClass("QVTestWrongOverride"), nullptr);
+}
+
+TEST_F(Implement, ANameThatIsTakenIsRefusedAndItsClassStays) {
+  EXPECT_EQ(reasonOf([] { registerClass<NameTaken>(); }), "class QVProbe cannot be registered: the name is taken");
+  EXPECT_EQ(QVProbe::make()->number(), 0);
 }
 
 TEST_F(Implement, AMissingSuperclassIsNamed) {

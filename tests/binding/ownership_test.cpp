@@ -46,11 +46,7 @@ TEST(Strong, AssignedToItselfKeepsTheObject) {
 }
 
 TEST(Strong, RetainsTheNewValueBeforeItReleasesTheOldOne) {
-  // A list whose head owns the next: `head = head->next` must not free the next with the head.
-  struct Node {
-    Strong<QVProbe> value;
-    Strong<QVProbe> next;
-  };
+  // As a list whose head owns the next: `head = head->next` must not free the next with the head.
   const Live live;
   Strong<NSObject> holder = NSObject::from(QVProbe::make().get());
   EXPECT_EQ(live.count(), 1);

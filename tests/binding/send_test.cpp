@@ -1,5 +1,10 @@
 #include "Probe.hpp"
 
+#include <array>
+#include <atomic>
+#include <thread>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 using namespace qvsb;
@@ -142,6 +147,27 @@ TEST(Lookup, OfAMissingClassIsNilAndIsNotRemembered) {
   EXPECT_FALSE(classNamed<"QVRegisteredLater">());
   objc_registerClassPair(objc_allocateClassPair(objc_lookUpClass("NSObject"), "QVRegisteredLater", 0));
   EXPECT_TRUE(classNamed<"QVRegisteredLater">());
+}
+
+TEST(StringConstant, ThatSeveralThreadsUseFirstAtOnceIsOne) {
+  std::array<id, 8> got{};
+  std::atomic<bool> go{false};
+  std::vector<std::thread> threads;
+  for (id& each : got) {
+    threads.emplace_back([&each, &go] {
+      const AutoreleasePool pool;
+      while (!go) {
+      }
+      each = "a constant that nobody has used before"_ns.raw();
+    });
+  }
+  go = true;
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+  for (const id each : got) {
+    EXPECT_EQ(each, got[0]);
+  }
 }
 
 TEST(StringConstant, IsMadeOnceHoldsItsTextAndOutlivesPools) {

@@ -53,6 +53,24 @@ TEST_F(Collections, WritesThatFailReturnNoKeepTheirErrorAndLogNothing) {
   EXPECT_TRUE(support::log().empty());
 }
 
+TEST_F(Collections, WritesThatFailLeaveTheProtectionOfWhatStandsThere) {
+  EXPECT_FALSE([@{@"k" : @"v"} writeToFile:occupied() atomically:NO]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_FALSE([@{@"k" : @"v"} writeToURL:occupiedURL() atomically:NO]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_FALSE([@[ @"v" ] writeToFile:occupied() atomically:NO]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_FALSE([@[ @"v" ] writeToURL:occupiedURL() atomically:NO]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_FALSE([@"v" writeToFile:occupied() atomically:NO encoding:NSUTF8StringEncoding error:NULL]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_FALSE([@"v" writeToURL:occupiedURL() atomically:NO encoding:NSUTF8StringEncoding error:NULL]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_FALSE([NSKeyedArchiver archiveRootObject:@"v" toFile:occupied()]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_TRUE(support::log().empty());
+}
+
 TEST_F(Collections, ADictionaryThatIsNoPropertyListFailsAsItDidBefore) {
   NSObject *opaque = [[[NSObject alloc] init] autorelease];
   EXPECT_FALSE([@{@"k" : opaque} writeToFile:path(@"a") atomically:YES]);
@@ -85,5 +103,7 @@ TEST_F(FileWrapper, OfAFolderProtectsItsTopItem) {
 TEST_F(FileWrapper, ThatCannotBeWrittenReturnsNoAndLogsNothing) {
   NSFileWrapper *wrapper = [[[NSFileWrapper alloc] initRegularFileWithContents:bytes()] autorelease];
   EXPECT_FALSE([wrapper writeToURL:impossibleURL() options:0 originalContentsURL:nil error:NULL]);
+  EXPECT_FALSE([wrapper writeToURL:occupiedURL() options:0 originalContentsURL:nil error:NULL]);
+  EXPECT_EQ(classOfOccupied(), kNone);
   EXPECT_TRUE(support::log().empty());
 }

@@ -64,11 +64,17 @@ TEST_F(Data, ThatFailsToBeWrittenReturnsNoWithThePlatformsErrorAndLogsNothing) {
 }
 
 TEST_F(Data, ThatFailsToBeWrittenLeavesTheProtectionOfWhatStandsThere) {
-  // A folder stands where the file should go.
-  ASSERT_EQ(mkdir([path(@"a") fileSystemRepresentation], 0755), 0);
-  support::storeClass(path(@"a"), kNone);
-  EXPECT_FALSE([bytes() writeToFile:path(@"a") atomically:NO]);
-  EXPECT_EQ(classOf(@"a"), kNone);
+  EXPECT_FALSE([bytes() writeToFile:occupied() atomically:NO]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_FALSE([bytes() writeToFile:occupied() atomically:YES]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_FALSE([bytes() writeToURL:occupiedURL() atomically:NO]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_FALSE([bytes() writeToFile:occupied() options:0 error:NULL]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_FALSE([bytes() writeToURL:occupiedURL() options:0 error:NULL]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  EXPECT_TRUE(support::log().empty());
 }
 
 TEST_F(Data, WrittenFromSeveralThreadsIsProtectedEveryTime) {

@@ -1,5 +1,8 @@
 #include "Protection.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 @interface QVTextDocument : UIDocument {
 @public
   id content;
@@ -16,14 +19,47 @@
 }
 @end
 
+// Writes past every hooked method: what is protected then was protected by the method that called this one.
+static BOOL writeBare(NSURL *url) {
+  const int file = open([[url path] fileSystemRepresentation], O_CREAT | O_TRUNC | O_WRONLY, 0644);
+  if (file < 0) return NO;
+  const bool written = write(file, "bare", 4) == 4;
+  close(file);
+  return written;
+}
+
+@interface QVBareSafely : QVTextDocument
+@end
+@implementation QVBareSafely
+- (BOOL)writeContents:(id)contents
+        andAttributes:(NSDictionary *)attributes
+          safelyToURL:(NSURL *)url
+     forSaveOperation:(UIDocumentSaveOperation)operation
+                error:(NSError **)error {
+  return writeBare(url);
+}
+@end
+
+@interface QVBareDirectly : QVTextDocument
+@end
+@implementation QVBareDirectly
+- (BOOL)writeContents:(id)contents
+                  toURL:(NSURL *)url
+       forSaveOperation:(UIDocumentSaveOperation)operation
+    originalContentsURL:(NSURL *)original
+                  error:(NSError **)error {
+  return writeBare(url);
+}
+@end
+
 namespace {
 
 class Document : public Protection {
 protected:
   /// Saves and waits for the handler, which notes its answer and the class that the file has at that moment.
-  bool save(NSString *name, id content) {
+  bool save(NSString *name, id content, Class kind = [QVTextDocument class]) {
     NSURL *target = url(name);
-    QVTextDocument *document = [[[QVTextDocument alloc] initWithFileURL:target] autorelease];
+    QVTextDocument *document = [[[kind alloc] initWithFileURL:target] autorelease];
     document->content = content;
     __block bool called = false;
     __block bool answer = false;
@@ -59,14 +95,40 @@ TEST_F(Document, SavedAsAFileWrapperIsProtectedAtItsTop) {
   EXPECT_EQ(classOf(@"a.bundle"), kRaised);
 }
 
+TEST_F(Document, SavedByAHostThatWritesItselfIsProtectedBeforeItsHandlerHearsOfIt) {
+  EXPECT_TRUE(save(@"a.txt", bytes(), [QVBareSafely class]));
+  EXPECT_EQ(classSeenByHandler, kRaised);
+}
+
 TEST_F(Document, ThatFailsToSaveTellsTheHostNoAndProtectsNothing) {
-  ASSERT_TRUE([[NSFileManager defaultManager] createDirectoryAtPath:path(@"a.txt") withIntermediateDirectories:NO
-                                                         attributes:nil
-                                                              error:NULL]);
+  ASSERT_TRUE([bytes() writeToFile:path(@"a.txt") atomically:NO]);
   support::storeClass(path(@"a.txt"), kNone);
   support::clearLog();
-  EXPECT_FALSE(save(@"a.txt/missing/b.txt", bytes()));
+  EXPECT_FALSE(save(@"a.txt", nil)); // no contents, no save
+  EXPECT_EQ(classSeenByHandler, kNone);
   EXPECT_EQ(classOf(@"a.txt"), kNone);
+  EXPECT_TRUE(support::log().empty());
+}
+
+TEST_F(Document, WrittenSafelyByAHostThatWritesItselfIsProtected) {
+  QVTextDocument *document = [[[QVBareDirectly alloc] initWithFileURL:url(@"a")] autorelease];
+  EXPECT_TRUE([document writeContents:bytes() andAttributes:nil safelyToURL:url(@"a")
+                     forSaveOperation:UIDocumentSaveForCreating
+                                error:NULL]);
+  EXPECT_EQ(classOf(@"a"), kRaised);
+}
+
+TEST_F(Document, WritingThatFailsLeavesTheProtectionOfWhatStandsThere) {
+  QVTextDocument *document = [[[QVTextDocument alloc] initWithFileURL:occupiedURL()] autorelease];
+  EXPECT_FALSE([document writeContents:bytes() toURL:occupiedURL() forSaveOperation:UIDocumentSaveForOverwriting
+                   originalContentsURL:nil
+                                 error:NULL]);
+  EXPECT_EQ(classOfOccupied(), kNone);
+  QVTextDocument *bare = [[[QVBareDirectly alloc] initWithFileURL:impossibleURL()] autorelease];
+  NSError *error = nil;
+  EXPECT_FALSE([bare writeContents:@"no kind that a document can write" andAttributes:nil safelyToURL:impossibleURL()
+                  forSaveOperation:UIDocumentSaveForCreating
+                             error:&error]);
   EXPECT_TRUE(support::log().empty());
 }
 

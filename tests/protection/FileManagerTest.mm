@@ -34,6 +34,10 @@ TEST_F(FileManager, AFolderThatCannotBeCreatedGivesThePlatformsErrorAndChangesNo
   EXPECT_FALSE([manager() createDirectoryAtPath:path(@"a") withIntermediateDirectories:NO attributes:nil error:&error]);
   EXPECT_NE(error, nil);
   EXPECT_EQ(classOf(@"a"), kNone);
+  error = nil;
+  EXPECT_FALSE([manager() createDirectoryAtURL:url(@"a") withIntermediateDirectories:NO attributes:nil error:&error]);
+  EXPECT_NE(error, nil);
+  EXPECT_EQ(classOf(@"a"), kNone);
 }
 
 TEST_F(FileManager, AFileCreatedIsProtectedWithItsContentsAndAttributes) {
@@ -55,6 +59,8 @@ TEST_F(FileManager, AFileCreatedWithAClassKeepsItUnlessItIsNone) {
 
 TEST_F(FileManager, AFileThatCannotBeCreatedGivesNoAndLogsNothing) {
   EXPECT_FALSE([manager() createFileAtPath:impossible() contents:bytes() attributes:nil]);
+  EXPECT_FALSE([manager() createFileAtPath:occupied() contents:bytes() attributes:nil]);
+  EXPECT_EQ(classOfOccupied(), kNone);
   EXPECT_TRUE(support::log().empty());
 }
 
@@ -88,5 +94,13 @@ TEST_F(FileManager, SettingAttributesOfAMissingItemGivesThePlatformsErrorAndLogs
   EXPECT_FALSE([manager() setAttributes:@{NSFilePosixPermissions : @0640} ofItemAtPath:path(@"none") error:&error]);
   EXPECT_NE(error, nil);
   EXPECT_FALSE([manager() setAttributes:@{NSFilePosixPermissions : @0640} ofItemAtPath:path(@"none") error:NULL]);
+  EXPECT_TRUE(support::log().empty());
+}
+
+TEST_F(FileManager, SettingAttributesThatThePlatformRefusesLeavesTheProtection) {
+  NSError *error = nil;
+  EXPECT_FALSE([manager() setAttributes:@{NSFilePosixPermissions : @"no number"} ofItemAtPath:occupied() error:&error]);
+  EXPECT_NE(error, nil);
+  EXPECT_EQ(classOfOccupied(), kNone);
   EXPECT_TRUE(support::log().empty());
 }

@@ -32,6 +32,23 @@ protected:
   NSString *impossible() { return path(@"missing/file"); }
   NSURL *impossibleURL() { return [NSURL fileURLWithPath:impossible()]; }
 
+  /// A name that cannot be written although an item stands there: a folder, of class none. What protects in spite of a
+  /// failure gives itself away by its class.
+  NSString *occupied() {
+    NSString *const occupied = path(@"occupied");
+    if (!support::exists(occupied)) {
+      [[NSFileManager defaultManager] createDirectoryAtPath:[occupied stringByAppendingPathComponent:@"inside"]
+                                withIntermediateDirectories:YES
+                                                 attributes:nil
+                                                      error:NULL];
+      support::clearLog();
+    }
+    support::storeClass(occupied, kNone);
+    return occupied;
+  }
+  NSURL *occupiedURL() { return [NSURL fileURLWithPath:occupied()]; }
+  std::string classOfOccupied() { return classOf(@"occupied"); }
+
   NSAutoreleasePool *pool;
   NSString *folder;
 };

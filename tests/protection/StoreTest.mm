@@ -29,6 +29,12 @@ TEST_F(Store, OptionsWithNoProtectionReachThePlatformRaisedInACopy) {
   EXPECT_EQ(classOf(@"store.sqlite"), kRaised);
 }
 
+TEST_F(Store, TheClassNoneIsRecognisedByItsText) {
+  NSString *const none = [NSMutableString stringWithFormat:@"NSFileProtection%@", @"None"];
+  NSPersistentStore *store = add(@{@"NSPersistentStoreFileProtectionKey" : none});
+  EXPECT_EQ(support::text([[store options] objectForKey:@"NSPersistentStoreFileProtectionKey"]), kRaised);
+}
+
 TEST_F(Store, OptionsWithoutTheKeyReachThePlatformUnchanged) {
   NSDictionary *options = @{@"another" : @"value"};
   NSPersistentStore *store = add(options);
@@ -47,7 +53,7 @@ TEST_F(Store, OptionsWithAnotherClassReachThePlatformUnchanged) {
 TEST_F(Store, NoOptionsReachThePlatformAsNone) {
   NSPersistentStore *store = add(nil);
   ASSERT_NE(store, nil);
-  EXPECT_EQ([[store options] count], 0u);
+  EXPECT_EQ([store options], nil);
 }
 
 TEST_F(Store, AnOptionThatIsNoStringIsNotTouchedAndDoesNotRaise) {

@@ -148,12 +148,13 @@ TEST_F(Exchange, WithAMissingAlternativeIsRefusedAndTheClassUnchanged) {
 
 TEST_F(Exchange, OfDifferingEncodingsIsRefusedNamingTheAlternativeFirstAndTheClassUnchanged) {
   NSError *error = nil;
-  const std::string before = picture([QVChild class]);
-  EXPECT_FALSE([QVChild qvsbjr_swizzleMethod:@selector(number) withMethod:@selector(narrowNumber) error:&error]);
+  // The grandchild inherits both: nothing may be given to it before the encodings are compared.
+  const std::string before = picture([QVChild class]) + picture([QVGrandchild class]);
+  EXPECT_FALSE([QVGrandchild qvsbjr_swizzleMethod:@selector(number) withMethod:@selector(narrowNumber) error:&error]);
   EXPECT_EQ(description(error),
             "+[NSObject(QVSBJRSwizzle) qvsbjr_swizzleMethod:withMethod:error:]: alternative type encoding for selector "
-            "narrowNumber does not match original number in class QVChild");
-  EXPECT_EQ(picture([QVChild class]), before);
+            "narrowNumber does not match original number in class QVGrandchild");
+  EXPECT_EQ(picture([QVChild class]) + picture([QVGrandchild class]), before);
   QVChild *child = [[[QVChild alloc] init] autorelease];
   EXPECT_EQ([child number], 1);
   EXPECT_EQ([child narrowNumber], 2);
@@ -164,6 +165,11 @@ TEST_F(Exchange, OfEncodingsThatDifferOnlyInAnOffsetIsRefused) {
   const IMP implementation = class_getMethodImplementation(cls, @selector(number));
   ASSERT_TRUE(class_addMethod(cls, sel_registerName("oddOffset"), implementation, "q16@0:9"));
   EXPECT_FALSE([QVChild qvsbjr_swizzleMethod:@selector(number) withMethod:sel_registerName("oddOffset") error:NULL]);
+}
+
+TEST_F(Exchange, OfAMethodThatWasAddedWithoutAnEncodingIsRefused) {
+  support::addMethodWithoutEncoding([QVGrandchild class], "untyped");
+  EXPECT_FALSE([QVGrandchild qvsbjr_swizzleMethod:@selector(own) withMethod:sel_registerName("untyped") error:NULL]);
 }
 
 TEST_F(Exchange, WithANullErrorSlotRefusesAndStoresNothing) {

@@ -102,6 +102,13 @@ TEST_F(SwizzleMethod, WithAReplacementThatIsNotImplementedLogsItAndChangesNothin
   EXPECT_EQ(support::log(), (Lines{"0 Missing implementation for zb_not_there:"}));
 }
 
+TEST_F(SwizzleMethod, WithAReplacementThatHasNoEncodingLogsItAndChangesNothing) {
+  const SEL untyped = support::addMethodWithoutEncoding(objc_getClass("ZBWrappedApplicationDelegate"), "zb_untyped");
+  swizzleMethod([QVHostWithName class], original, untyped);
+  EXPECT_EQ(nameOf([QVHostWithName class]), "host");
+  EXPECT_EQ(support::log(), (Lines{"0 Malformed implementation for zb_untyped"}));
+}
+
 TEST_F(SwizzleMethod, OverAMethodOfAnotherSignatureLogsTheErrorAndLeavesTheHostsMethod) {
   swizzleMethod([QVHostWithOddName class], original, replacement);
   const std::vector<std::string> lines = support::log();

@@ -1,21 +1,24 @@
-// A library that is in the process before ours and already has, on two classes, a method of the name that ours would
-// give its replacement, with another signature.
-#import <Foundation/Foundation.h>
+// A library that is in the process before ours and already has, on every class that ours hooks, one method of the name
+// that ours would give its replacement, with another signature.
+#import <CoreData/CoreData.h>
+#import <UIKit/UIKit.h>
 
-@interface NSArray (TakenNames)
-@end
-@implementation NSArray (TakenNames)
-- (void)sb_writeToFile:(NSString *)path atomically:(BOOL)atomically {
-}
-@end
+#define TAKEN(CLASS, KIND, ...)                                                                                        \
+  @interface CLASS (TakenNames)                                                                                        \
+  @end                                                                                                                 \
+  @implementation CLASS (TakenNames)                                                                                   \
+  KIND(float)                                                                                                          \
+  __VA_ARGS__ { return 0; }                                                                                            \
+  @end
 
-@interface NSString (TakenNames)
-@end
-@implementation NSString (TakenNames)
-- (NSInteger)sb_writeToURL:(NSURL *)url
-                atomically:(BOOL)atomically
-                  encoding:(NSStringEncoding)encoding
-                     error:(NSError **)error {
-  return 0;
-}
-@end
+// clang-format off: selectors in their own layout
+TAKEN(NSArray, -, sb_writeToFile:(id)a atomically:(BOOL)b)
+TAKEN(NSData, -, sb_writeToFile:(id)a atomically:(BOOL)b)
+TAKEN(NSDictionary, -, sb_writeToFile:(id)a atomically:(BOOL)b)
+TAKEN(NSFileManager, -, sb_createFileAtPath:(id)a contents:(id)b attributes:(id)c)
+TAKEN(NSFileWrapper, -, sb_writeToURL:(id)a options:(NSUInteger)b originalContentsURL:(id)c error:(id *)d)
+TAKEN(NSKeyedArchiver, +, sb_archiveRootObject:(id)a toFile:(id)b)
+TAKEN(NSPersistentStoreCoordinator, -,
+      sb_addPersistentStoreWithType:(id)a configuration:(id)b URL:(id)c options:(id)d error:(id *)e)
+TAKEN(NSString, -, sb_writeToURL:(id)a atomically:(BOOL)b encoding:(NSUInteger)c error:(id *)d)
+TAKEN(UIDocument, -, sb_saveToURL:(id)a forSaveOperation:(NSInteger)b completionHandler:(id)c)

@@ -66,6 +66,7 @@ ChildResult runChild(const std::vector<std::string>& command, const Environment&
   const Pipe out;
   const Pipe err;
   const pid_t child = ::fork();
+  if (child < 0) std::abort();
   if (child == 0) become(command, environment, out.ends[1], err.ends[1]);
   ::close(out.ends[1]);
   ::close(err.ends[1]);

@@ -18,6 +18,9 @@ void storeClass(NSString *path, const char *protectionClass);
 /// A new, empty folder in the container's tmp.
 NSString *freshFolder();
 
+/// Gives the class a method without a type encoding, as Apple's runtime lets anybody do. Gives its selector.
+SEL addMethodWithoutEncoding(Class cls, const char *name);
+
 std::string text(NSString *string);
 bool exists(NSString *path);
 

@@ -1,5 +1,7 @@
 #include "Support.h"
 
+#include <objc/runtime.h>
+
 #include <atomic>
 #include <sys/xattr.h>
 
@@ -22,6 +24,19 @@ NSString *freshFolder() {
   NSString *path = [NSTemporaryDirectory() stringByAppendingPathComponent:name];
   [[NSFileManager defaultManager] createDirectoryAtPath:path withIntermediateDirectories:YES attributes:nil error:NULL];
   return path;
+}
+
+SEL addMethodWithoutEncoding(Class cls, const char *name) {
+  // Debian's runtime refuses to add one, so the encoding is taken away afterwards; the layout is that of its methods.
+  struct MethodParts {
+    SEL name;
+    const char *types;
+    IMP implementation;
+  };
+  const SEL selector = sel_registerName(name);
+  class_addMethod(cls, selector, class_getMethodImplementation([NSObject class], @selector(self)), "@16@0:8");
+  reinterpret_cast<MethodParts *>(class_getInstanceMethod(cls, selector))->types = nullptr;
+  return selector;
 }
 
 std::string text(NSString *string) { return string ? [string UTF8String] : "(nil)"; }

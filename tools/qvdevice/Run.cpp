@@ -102,9 +102,9 @@ Launch makeLaunch(const RunOptions& options, const Bundle& bundle, const fs::pat
 }
 
 /// One run of one app, from its launch to its end.
-class Session {
+class AppRun {
 public:
-  Session(const RunOptions& options, const std::string& name, Report& report)
+  AppRun(const RunOptions& options, const std::string& name, Report& report)
       : name_(name), limit_(std::chrono::seconds(options.timeoutSeconds)),
         limitText_(std::to_string(options.timeoutSeconds) + (options.timeoutSeconds == 1 ? " second" : " seconds")),
         report_(report) {
@@ -231,7 +231,7 @@ int run(const RunOptions& options) {
   report->begin({bundle, options.systemVersion, options.idiom, options.defaultProtection, container,
                  options.keep || options.container.has_value(), !options.noLibrary});
   try {
-    const Outcome outcome = Session(options, bundle.name(), *report).play(launch, events);
+    const Outcome outcome = AppRun(options, bundle.name(), *report).play(launch, events);
     report->end(watch.written(), outcome);
     return outcome.status;
   } catch (const std::system_error& error) {

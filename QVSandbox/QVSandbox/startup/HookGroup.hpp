@@ -32,11 +32,13 @@ struct HookGroup {
   std::span<const Hook> hooks;
 };
 
-/// Adds the replacements, so that they are there to be found whether or not the exchange succeeds.
+/// Adds the replacements, so that they are there to be found whether or not the exchange succeeds. One whose name the
+/// class has already is not added: the exchange then refuses it, unless the other has the very same signature, and with
+/// that the exchange is made with the other. Nobody but this library has reason to use the prefix.
 void addReplacements(const HookGroup& group);
 
 /// Logs `startLine` at level 3, then exchanges the pairs in order. The first that fails is logged at level 0, and the
-/// pairs after it are left alone. Never raises.
+/// pairs after it are left alone. No NSException of an exchange leaves it.
 void installHooks(const HookGroup& group, NSString startLine);
 
 } // namespace qvsb

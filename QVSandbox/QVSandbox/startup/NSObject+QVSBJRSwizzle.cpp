@@ -17,6 +17,13 @@ BOOL refuse(NSError* slot, NSString message) {
   return NO;
 }
 
+/// Byte for byte. A method can have been added without an encoding; nothing is known to equal that.
+bool sameEncoding(Method left, Method right) {
+  const char* const leftTypes = method_getTypeEncoding(left);
+  const char* const rightTypes = method_getTypeEncoding(right);
+  return leftTypes && rightTypes && std::string_view(leftTypes) == rightTypes;
+}
+
 /// Gives the class a copy of its own of a method that it may only have inherited, so that the exchange stays below the
 /// superclass. Does nothing for one that it defines itself.
 void ownMethod(objc_class* cls, SEL selector, Method method) {
@@ -35,7 +42,7 @@ BOOL swizzle(Class self, SEL, SEL original, SEL alternative, NSError* error) {
     return refuse(error, NSString::stringWithFormat("%s: alternate method %@ not found for class %@"_ns, kFullName,
                                                     NSStringFromSelector(alternative), NSStringFromClass(self)));
   }
-  if (std::string_view(method_getTypeEncoding(originalMethod)) != method_getTypeEncoding(alternativeMethod)) {
+  if (!sameEncoding(originalMethod, alternativeMethod)) {
     return refuse(error, NSString::stringWithFormat(
                              "%s: alternative type encoding for selector %@ does not match original %@ in class %@"_ns,
                              kFullName, NSStringFromSelector(alternative), NSStringFromSelector(original),

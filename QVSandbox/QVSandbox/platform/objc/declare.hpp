@@ -11,7 +11,8 @@
 // complete until an operation is called, so headers may refer to each other.
 //
 // With QVSB_DECLARATION_TABLE defined, every operation also leaves an entry in a table of the binary, which the test
-// of the declarations walks against the running platform.
+// of the declarations walks against the running platform. Variadic operations are plain member functions on top of
+// VariadicMessage and stand outside the table.
 #pragma once
 
 #include "lookup.hpp"

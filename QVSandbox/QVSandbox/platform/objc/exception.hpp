@@ -1,7 +1,8 @@
 // Objective-C's @try, @catch, @finally and @throw for C++ code.
 //
 // An Objective-C exception unwinds through C++ frames and runs their destructors, so most code needs nothing from here.
-// No frame that one may cross is `noexcept`. C++ exceptions do not leave the library.
+// No frame that one may cross is `noexcept`; destructors are, so a `dealloc` that they bring about must not raise. C++
+// exceptions do not leave the library.
 #pragma once
 
 #include <type_traits>

@@ -37,8 +37,8 @@ struct ClassRecipe {
   std::span<const char* const> protocols;
 };
 
-/// Registers the class and gives it with the state's offset. Registered already: gives nil. Raises, with a sentence,
-/// when the superclass is missing or has a method of the same name with another signature.
+/// Registers the class and gives it with the state's offset. Raises, with a sentence, when the name is taken, or when
+/// the superclass is missing or has a method of the same name with another signature; nothing is registered then.
 Class registerClass(const ClassRecipe& recipe, long& stateOffset);
 
 template <class State> inline constinit long stateOffset = 0;

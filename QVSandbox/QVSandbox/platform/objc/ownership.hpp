@@ -1,5 +1,6 @@
 // Who owns what. A handle borrows; these three own or watch, and are meant as members. The new value is always
 // retained before the old one is released, so `head = head->next` is safe. Getters give a borrowed handle.
+// An object that dies by their hand must not raise from its `dealloc`: a C++ destructor lets nothing pass.
 // None of them locks: like an instance variable, one is read and written on one thread at a time, except that a Weak
 // may be read while its object dies on another.
 #pragma once
@@ -59,7 +60,7 @@ public:
     return strong;
   }
   /// Gives the reference away; the caller releases it.
-  T detach() { return std::exchange(object_, T()); }
+  [[nodiscard]] T detach() { return std::exchange(object_, T()); }
   /// Gives the reference to the current autorelease pool: what a method returns that made an object.
   T autorelease() { return T(send<Object>(detach(), "autorelease"_sel).raw()); }
 
@@ -126,13 +127,13 @@ private:
 /// Objective-C's `@synchronized` for a scope: recursive, one lock for each object.
 class Synchronized {
 public:
-  explicit Synchronized(Object object) : object_(object) { objc_sync_enter(object_.raw()); }
-  ~Synchronized() { objc_sync_exit(object_.raw()); }
+  explicit Synchronized(Object object) : object_(object) { objc_sync_enter(object.raw()); }
+  ~Synchronized() { objc_sync_exit(object_.get().raw()); }
   Synchronized(const Synchronized&) = delete;
   Synchronized& operator=(const Synchronized&) = delete;
 
 private:
-  Object object_;
+  Strong<Object> object_; // the lock goes with its object
 };
 
 } // namespace qvsb
