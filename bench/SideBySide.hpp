@@ -1,0 +1,35 @@
+// The same work done in several ways, timed in turn and in changing order within one process, so that whatever else the
+// machine does falls on all of them alike and their ratios hold where the times themselves do not.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <span>
+#include <string>
+
+#include <benchmark/benchmark.h>
+
+namespace bench {
+
+struct Variant {
+  std::string name;
+  /// Does the work and answers what one piece of it took, in nanoseconds.
+  std::function<double()> measure;
+};
+
+/// Lets each variant have one turn in each of the benchmark's iterations. Each variant's median becomes the counter of
+/// its name: a turn during which the machine was busy elsewhere counts no more than any other.
+void sideBySide(benchmark::State& state, std::span<const Variant> variants);
+
+double median(std::span<double> values);
+
+/// What one of `times` pieces of work takes when `work` does them all.
+template <class Work> double nanosecondsEach(std::size_t times, Work work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  const std::chrono::duration<double, std::nano> taken = std::chrono::steady_clock::now() - start;
+  return taken.count() / static_cast<double>(times);
+}
+
+} // namespace bench
