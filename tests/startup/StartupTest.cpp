@@ -165,6 +165,7 @@ TEST_F(Startup, GivesTheSdkNoDelegateTheVersionAndNoListOfMethods) {
             1);
 }
 
+#if defined(INITIALISERS)
 TEST(Library, HasTheTwoInitialisersOfItsStartAndTheCRuntimesOwn) {
   // What the loader runs is in .init_array: one address each.
   const ChildResult result = runChild({"/usr/bin/readelf", "--sections", "--wide", LIBRARY}, {});
@@ -175,3 +176,4 @@ TEST(Library, HasTheTwoInitialisersOfItsStartAndTheCRuntimesOwn) {
   fields >> name >> type >> address >> offset >> size;
   EXPECT_EQ(std::stoul(size, nullptr, 16), INITIALISERS * sizeof(void*));
 }
+#endif
