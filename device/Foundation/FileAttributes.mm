@@ -6,6 +6,7 @@
 #include <mutex>
 #include <pwd.h>
 #include <sys/sysmacros.h>
+#include <unistd.h>
 #include <unordered_map>
 #include <vector>
 
@@ -85,7 +86,9 @@ NSTimeInterval intervalOf(const struct statx_timestamp &time) {
   return static_cast<NSTimeInterval>(time.tv_sec) - NSTimeIntervalSince1970 + time.tv_nsec * 1e-9;
 }
 
+// Whoever runs the device is the phone's one user to the apps on it.
 NSString *userNamed(uid_t user) {
+  if (user == geteuid()) return NSUserName();
   return cachedName(user, [](uid_t wanted) -> NSString * {
     struct passwd record, *found = nullptr;
     std::vector<char> space(16384);
@@ -95,6 +98,7 @@ NSString *userNamed(uid_t user) {
 }
 
 NSString *groupNamed(gid_t group) {
+  if (group == getegid()) return NSUserName();
   return cachedName(group, [](gid_t wanted) -> NSString * {
     struct group record, *found = nullptr;
     std::vector<char> space(16384);

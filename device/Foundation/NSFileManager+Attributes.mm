@@ -41,6 +41,10 @@ struct Wanted {
 };
 
 int identifierOf(NSString *name, bool isUser, uid_t &identifier) {
+  if ([name isEqualToString:NSUserName()]) {
+    identifier = isUser ? geteuid() : getegid();
+    return 0;
+  }
   std::vector<char> space(16384);
   if (isUser) {
     struct passwd record, *found = nullptr;
@@ -162,6 +166,11 @@ BOOL setAttributes(NSDictionary *attributes, NSString *path, NSError **error) {
 
 - (BOOL)setAttributes:(NSDictionary *)attributes ofItemAtPath:(NSString *)path error:(NSError **)error {
   return setAttributes(attributes, path, error);
+}
+
+// The older name, by which Foundation itself gives what it makes to the phone's user.
+- (BOOL)changeFileAttributes:(NSDictionary *)attributes atPath:(NSString *)path {
+  return setAttributes(attributes, path, NULL);
 }
 
 @end
