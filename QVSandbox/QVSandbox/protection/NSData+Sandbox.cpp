@@ -1,26 +1,11 @@
 #include "../platform/Foundation/NSData.hpp"
+#include "AtomicWriting.hpp"
 #include "FileProtection.hpp"
 #include "NSFileManager+Helpers.hpp"
 
 namespace qvsb {
 
 namespace {
-
-BOOL sb_writeToFile_atomically(NSData self, SEL, NSString path, BOOL atomically) {
-  const BOOL written = send<BOOL>(self, "sb_writeToFile:atomically:"_sel, path, atomically);
-  if (written) {
-    forceFileProtectionForItemAtPath(path);
-  }
-  return written;
-}
-
-BOOL sb_writeToURL_atomically(NSData self, SEL, NSURL url, BOOL atomically) {
-  const BOOL written = send<BOOL>(self, "sb_writeToURL:atomically:"_sel, url, atomically);
-  if (written) {
-    forceFileProtectionForItemAtURL(url);
-  }
-  return written;
-}
 
 BOOL sb_writeToFile_options_error(NSData self, SEL, NSString path, NSDataWritingOptions options, NSError* error) {
   const BOOL written = send<BOOL>(self, "sb_writeToFile:options:error:"_sel, path, options, error);
@@ -51,4 +36,7 @@ constinit const HookGroup NSDataSandbox{"NSDataSandboxInit", "NSData", HookedMet
 
 } // namespace qvsb
 
-void NSDataSandboxInit() { qvsb::installHooks(qvsb::NSDataSandbox, qvsb::operator""_ns < "Sandboxing NSData">()); }
+void NSDataSandboxInit() {
+  using namespace qvsb;
+  installHooks(NSDataSandbox, "Sandboxing NSData"_ns);
+}

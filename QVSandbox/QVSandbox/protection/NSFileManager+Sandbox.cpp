@@ -66,5 +66,6 @@ constinit const HookGroup NSFileManagerSandbox{"NSFileManagerSandboxInit", "NSFi
 
 // The line names another class than the one that is hooked; log readers know it so.
 void NSFileManagerSandboxInit() {
-  qvsb::installHooks(qvsb::NSFileManagerSandbox, qvsb::operator""_ns < "Sandboxing NSData">());
+  using namespace qvsb;
+  installHooks(NSFileManagerSandbox, "Sandboxing NSData"_ns);
 }

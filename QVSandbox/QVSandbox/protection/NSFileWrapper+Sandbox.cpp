@@ -31,5 +31,6 @@ constinit const HookGroup NSFileWrapperSandbox{"NSFileWrapperSandboxInit", "NSFi
 
 // The line names another class than the one that is hooked; log readers know it so.
 void NSFileWrapperSandboxInit() {
-  qvsb::installHooks(qvsb::NSFileWrapperSandbox, qvsb::operator""_ns < "Sandboxing NSData">());
+  using namespace qvsb;
+  installHooks(NSFileWrapperSandbox, "Sandboxing NSData"_ns);
 }

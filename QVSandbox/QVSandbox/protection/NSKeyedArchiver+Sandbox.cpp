@@ -25,5 +25,6 @@ constinit const HookGroup NSKeyedArchiverSandbox{"NSKeyedArchiverSandboxInit", "
 } // namespace qvsb
 
 void NSKeyedArchiverSandboxInit() {
-  qvsb::installHooks(qvsb::NSKeyedArchiverSandbox, qvsb::operator""_ns < "Sandboxing NSKeyedArchiver">());
+  using namespace qvsb;
+  installHooks(NSKeyedArchiverSandbox, "Sandboxing NSKeyedArchiver"_ns);
 }

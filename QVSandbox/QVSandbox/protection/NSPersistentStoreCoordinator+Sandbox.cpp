@@ -34,6 +34,6 @@ constinit const HookGroup NSPersistentStoreCoordinatorSandbox{
 } // namespace qvsb
 
 void NSPersistentStoreCoordinatorSandboxInit() {
-  qvsb::installHooks(qvsb::NSPersistentStoreCoordinatorSandbox,
-                     qvsb::operator""_ns < "Sandboxing NSPersistentStoreCoordinator">());
+  using namespace qvsb;
+  installHooks(NSPersistentStoreCoordinatorSandbox, "Sandboxing NSPersistentStoreCoordinator"_ns);
 }

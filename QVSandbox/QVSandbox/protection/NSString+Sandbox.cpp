@@ -39,5 +39,6 @@ constinit const HookGroup NSStringSandbox{"NSStringSandboxInit", "NSString", Hoo
 } // namespace qvsb
 
 void NSStringSandboxInit() {
-  qvsb::installHooks(qvsb::NSStringSandbox, qvsb::operator""_ns < "Sandboxing NSString">());
+  using namespace qvsb;
+  installHooks(NSStringSandbox, "Sandboxing NSString"_ns);
 }

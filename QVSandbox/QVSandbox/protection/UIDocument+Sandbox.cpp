@@ -59,5 +59,6 @@ constinit const HookGroup UIDocumentSandbox{"UIDocumentSandboxInit", "UIDocument
 } // namespace qvsb
 
 void UIDocumentSandboxInit() {
-  qvsb::installHooks(qvsb::UIDocumentSandbox, qvsb::operator""_ns < "Sandboxing UIDocument">());
+  using namespace qvsb;
+  installHooks(UIDocumentSandbox, "Sandboxing UIDocument"_ns);
 }

@@ -51,13 +51,13 @@ public:                                                                         
 
 #define QVSB_METHOD(RESULT, NAME, SELECTOR, ...)                                                                       \
   template <class... Given> auto NAME(Given... given) const {                                                          \
-    return ::qvsb::Message<RESULT(__VA_ARGS__)>::send(*this, ::qvsb::operator""_sel < SELECTOR>(), given...);          \
+    return ::qvsb::Message<RESULT(__VA_ARGS__)>::send(*this, SELECTOR##_sel, given...);                                \
   }                                                                                                                    \
   QVSB_DECLARED(__COUNTER__, SELECTOR, false, RESULT __VA_OPT__(, ) __VA_ARGS__)
 
 #define QVSB_CLASS_METHOD(RESULT, NAME, SELECTOR, ...)                                                                 \
   template <class... Given> static auto NAME(Given... given) {                                                         \
-    return ::qvsb::Message<RESULT(__VA_ARGS__)>::send(classObject(), ::qvsb::operator""_sel < SELECTOR>(), given...);  \
+    return ::qvsb::Message<RESULT(__VA_ARGS__)>::send(classObject(), SELECTOR##_sel, given...);                        \
   }                                                                                                                    \
   QVSB_DECLARED(__COUNTER__, SELECTOR, true, RESULT __VA_OPT__(, ) __VA_ARGS__)
 
