@@ -1,0 +1,3 @@
+#include "platform/objc/ownership.hpp"
+
+qvsb::Strong<qvsb::Object> kept;
