@@ -246,7 +246,7 @@ std::optional<std::string> decodeBase64(const std::string& text) {
   return data;
 }
 
-std::variant<Policies, Refusal> parsePolicies(const std::string& text) {
+std::variant<Policies, Refusal> parsePolicies(const std::string& text, Policies base) {
   KeyFinder finder(text);
   if (const auto refusal = finder.find()) {
     return *refusal;
@@ -256,13 +256,12 @@ std::variant<Policies, Refusal> parsePolicies(const std::string& text) {
     return refusalAt(text, std::min(text.find_first_not_of(" \t\r\n"), text.size()),
                      "the policies must be an object, not " + describe(all));
   }
-  Policies policies;
   for (const auto& [key, place] : finder.keys()) {
-    if (std::string reason = takeKey(policies, key, all.at(key)); !reason.empty()) {
+    if (std::string reason = takeKey(base, key, all.at(key)); !reason.empty()) {
       return refusalAt(text, place, std::move(reason));
     }
   }
-  return policies;
+  return base;
 }
 
 } // namespace zorbel

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -36,12 +37,15 @@ struct Refusal {
   std::string reason;
 };
 
-/// Reads the text of a policies file.
-std::variant<Policies, Refusal> parsePolicies(const std::string& text);
+/// Reads the text of a policies file; what it leaves out is as in `base`.
+std::variant<Policies, Refusal> parsePolicies(const std::string& text, Policies base = {});
 
-/// The policies of this process: those of the file that QVDEVICE_POLICIES names. A file that is refused ends the
-/// process with status 65 and file, line, column and reason on standard error.
+/// The policies of this process: those of the file that QVDEVICE_POLICIES names, until they are changed. A file that is
+/// refused ends the process with status 65 and file, line, column and reason on standard error. Any thread; what was
+/// read stays valid and unchanged.
 const Policies& policies();
+/// Changes them from now on, to what `change` makes of those of the moment. Any thread.
+void changePolicies(const std::function<Policies(const Policies&)>& change);
 
 /// Decodes base64 (RFC 4648, with padding); nothing when it is not that.
 std::optional<std::string> decodeBase64(const std::string& text);

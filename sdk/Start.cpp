@@ -3,11 +3,14 @@
 
 #include "Policies.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <forward_list>
 #include <fstream>
+#include <mutex>
 #include <sstream>
 
 #include <unistd.h>
@@ -47,13 +50,28 @@ Policies readPolicies() {
   return std::get<Policies>(std::move(result));
 }
 
+/// The policies of the moment, and all before them: somebody may still be reading those.
+struct History {
+  std::mutex changing;
+  std::forward_list<Policies> all{readPolicies()};
+  std::atomic<const Policies*> now{&all.front()};
+};
+
+History& history() {
+  static History& one = *new History;
+  return one;
+}
+
 __attribute__((constructor)) void readAtLoad() { policies(); }
 
 } // namespace
 
-const Policies& policies() {
-  static const Policies& all = *new Policies(readPolicies());
-  return all;
+const Policies& policies() { return *history().now.load(); }
+
+void changePolicies(const std::function<Policies(const Policies&)>& change) {
+  const std::lock_guard locked(history().changing);
+  history().all.push_front(change(policies()));
+  history().now = &history().all.front();
 }
 
 } // namespace zorbel
