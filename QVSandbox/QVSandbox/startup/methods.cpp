@@ -1,5 +1,7 @@
 #include "methods.hpp"
 
+#include "../diagnostics/SBUtil.hpp"
+#include "../policy/SBZorbelConfigHelper.hpp"
 #include "../protection/FileProtection.hpp"
 #include "../protection/NSFileManager+Helpers.hpp"
 #include "NSObject+QVSBJRSwizzle.hpp"
@@ -11,6 +13,11 @@ namespace {
 constexpr const Category* categories[] = {
     &NSObjectQVSBJRSwizzle,
     &NSFileManagerHelpers,
+};
+
+constexpr Class (*classes[])() = {
+    &registerSBUtil,
+    &registerSBZorbelConfigHelper,
 };
 
 constexpr const HookGroup* hookGroups[] = {
@@ -30,6 +37,9 @@ constexpr const HookGroup* hookGroups[] = {
 void addMethodsAndClasses() {
   for (const Category* category : categories) {
     addCategory(*category);
+  }
+  for (const auto registerOne : classes) {
+    registerOne();
   }
   for (const HookGroup* group : hookGroups) {
     addReplacements(*group);

@@ -11,6 +11,7 @@ using NSStringEncoding = NSUInteger;
 using NSStringEncoding = unsigned int;
 #endif
 inline constexpr NSStringEncoding NSUTF8StringEncoding = 4;
+inline constexpr NSStringEncoding NSISOLatin1StringEncoding = 5;
 
 class NSString : public NSObject {
   QVSB_HANDLE(NSString, NSObject)
@@ -18,6 +19,7 @@ class NSString : public NSObject {
   QVSB_METHOD(Object, initWithBytes_length_encoding, "initWithBytes:length:encoding:", const void*, NSUInteger,
               NSStringEncoding)
   QVSB_METHOD(const char*, UTF8String, "UTF8String")
+  QVSB_METHOD(BOOL, boolValue, "boolValue")
   QVSB_METHOD(NSString, stringByAppendingPathComponent, "stringByAppendingPathComponent:", NSString)
 
   /// `stringWithFormat:`; arguments are handles, numbers and C strings.

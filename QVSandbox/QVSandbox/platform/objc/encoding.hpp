@@ -75,6 +75,8 @@ template <> struct Encoding<unsigned char*> : Encoding<char*> {};
 template <> struct Encoding<const signed char*> : Encoding<const char*> {};
 template <> struct Encoding<const unsigned char*> : Encoding<const char*> {};
 template <> struct Encoding<const void*> { static constexpr const char* text = "r^v"; };
+// A method list. Behind two pointers the compilers leave a structure's fields out.
+template <> struct Encoding<Method*> { static constexpr const char* text = "^^{objc_method}"; };
 // clang-format on
 template <class S> struct Encoding<Block<S>> {
   static constexpr const char* text = "@?";

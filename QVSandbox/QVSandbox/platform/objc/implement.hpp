@@ -12,8 +12,9 @@
 //   registerClass<Counter>();
 //
 // It lives inside the instance: built when the instance is allocated, before `init`, destroyed when it is deallocated.
-// Members are therefore C++ values with constructors and destructors. Optional: `classMethods` (made with method<>),
-// `protocols`, and `void dealloc()`, which runs before the state is destroyed (never call the superclass's there).
+// Members are therefore C++ values with constructors and destructors. Optional: `instanceMethods`, `classMethods` (made
+// with method<>), `protocols`, and `void dealloc()`, which runs before the state is destroyed (never call the
+// superclass's there).
 #pragma once
 
 #include <new>
@@ -58,7 +59,7 @@ template <class State> Object allocWithZone(Class self, SEL selector, void* zone
 }
 
 template <class State> void dealloc(Object self, SEL selector) {
-  State& state = stateOf<State>(self.raw());
+  auto& state = stateOf<State>(self.raw());
   if constexpr (requires { state.dealloc(); }) {
     state.dealloc();
   }
@@ -84,6 +85,7 @@ template <auto Member> consteval MethodEntry member(const char* selector) {
 /// The base of a C++ class that is an Objective-C class.
 template <class State> class Implements {
 public:
+  // NOLINTNEXTLINE(bugprone-crtp-constructor-accessibility): it is deleted, and says so most clearly here
   Implements(const Implements&) = delete;
   Implements& operator=(const Implements&) = delete;
 
@@ -92,9 +94,6 @@ public:
   static Class classObject() { return Class(detail::stateClass<State>); }
 
 protected:
-  Implements() = default;
-  ~Implements() = default;
-
   /// The Objective-C side of this instance.
   template <class T = Object> T self() const {
     const auto* state = static_cast<const State*>(this);
@@ -106,6 +105,12 @@ protected:
   template <class R, class... A> R super(SEL selector, A... arguments) const {
     return Message<R(A...)>::sendSuper(self(), classObject(), selector, arguments...);
   }
+
+private:
+  // Nobody but the class itself is built on it.
+  friend State;
+  Implements() = default;
+  ~Implements() = default;
 };
 
 /// Makes the class known to the runtime; once, at load. A second call changes nothing.
@@ -116,8 +121,10 @@ template <class State> Class registerClass() {
   }
   static constexpr MethodEntry lifeCycle[] = {method<&detail::dealloc<State>>("dealloc")};
   static constexpr MethodEntry allocation[] = {method<&detail::allocWithZone<State>>("allocWithZone:")};
-  detail::ClassRecipe recipe{
-      State::className, State::superclassName, sizeof(State), lifeCycle, allocation, State::instanceMethods, {}, {}};
+  detail::ClassRecipe recipe{State::className, State::superclassName, sizeof(State), lifeCycle, allocation, {}, {}, {}};
+  if constexpr (requires { State::instanceMethods; }) {
+    recipe.instanceMethods = State::instanceMethods;
+  }
   if constexpr (requires { State::classMethods; }) {
     recipe.classMethods = State::classMethods;
   }

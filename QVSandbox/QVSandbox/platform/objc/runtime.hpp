@@ -30,6 +30,7 @@ const char* sel_getName(objc_selector* selector);
 qvsb::BOOL sel_isEqual(objc_selector* left, objc_selector* right);
 
 objc_class* objc_lookUpClass(const char* name);
+objc_class* objc_getClass(const char* name);
 objc_object* objc_getProtocol(const char* name);
 objc_class* objc_allocateClassPair(objc_class* superclass, const char* name, unsigned long extraBytes);
 void objc_registerClassPair(objc_class* cls);
@@ -47,7 +48,12 @@ qvsb::IMP class_getMethodImplementation(objc_class* cls, objc_selector* selector
 objc_ivar* class_getInstanceVariable(objc_class* cls, const char* name);
 long ivar_getOffset(objc_ivar* ivar);
 
+objc_selector* method_getName(objc_method* method);
 const char* method_getTypeEncoding(objc_method* method);
+unsigned int method_getNumberOfArguments(objc_method* method);
+// The caller frees what these give.
+char* method_copyReturnType(objc_method* method);
+char* method_copyArgumentType(objc_method* method, unsigned int index);
 qvsb::IMP method_getImplementation(objc_method* method);
 void method_exchangeImplementations(objc_method* left, objc_method* right);
 

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "NSObject.hpp"
+
+namespace qvsb {
+
+class NSNumber : public NSObject {
+  QVSB_HANDLE(NSNumber, NSObject)
+  QVSB_METHOD(BOOL, boolValue, "boolValue")
+};
+
+} // namespace qvsb
