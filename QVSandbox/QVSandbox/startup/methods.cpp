@@ -2,6 +2,8 @@
 
 #include "../diagnostics/SBUtil.hpp"
 #include "../policy/SBZorbelConfigHelper.hpp"
+#include "../policy/Constants.hpp"
+#include "../policy/ZorbelUtil.hpp"
 #include "../protection/FileProtection.hpp"
 #include "../protection/NSFileManager+Helpers.hpp"
 #include "NSObject+QVSBJRSwizzle.hpp"
@@ -18,6 +20,7 @@ constexpr const Category* categories[] = {
 constexpr Class (*classes[])() = {
     &registerSBUtil,
     &registerSBZorbelConfigHelper,
+    &registerZorbelUtil,
 };
 
 constexpr const HookGroup* hookGroups[] = {
@@ -35,6 +38,7 @@ constexpr const HookGroup* hookGroups[] = {
 } // namespace
 
 void addMethodsAndClasses() {
+  publishConstants();
   for (const Category* category : categories) {
     addCategory(*category);
   }

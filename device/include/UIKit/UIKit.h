@@ -2,6 +2,7 @@
 
 #import <CoreGraphics/CoreGraphics.h>
 #import <Foundation/Foundation.h>
+#import <UIKit/UIActivity.h>
 #import <UIKit/UIApplication.h>
 #import <UIKit/UIColor.h>
 #import <UIKit/UIDevice.h>

@@ -6,6 +6,7 @@ namespace qvsb {
 
 class NSArray : public NSObject {
   QVSB_HANDLE(NSArray, NSObject)
+  QVSB_CLASS_METHOD(NSArray, array, "array")
   QVSB_METHOD(Object, firstObject, "firstObject")
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "NSObject.hpp"
+#include "NSRange.hpp"
 
 namespace qvsb {
 
@@ -13,6 +14,9 @@ using NSStringEncoding = unsigned int;
 inline constexpr NSStringEncoding NSUTF8StringEncoding = 4;
 inline constexpr NSStringEncoding NSISOLatin1StringEncoding = 5;
 
+/// A UTF-16 code unit, which is what a string counts in.
+using unichar = char16_t;
+
 class NSString : public NSObject {
   QVSB_HANDLE(NSString, NSObject)
   QVSB_CLASS_METHOD(NSString, stringWithUTF8String, "stringWithUTF8String:", const char*)
@@ -20,6 +24,8 @@ class NSString : public NSObject {
               NSStringEncoding)
   QVSB_METHOD(const char*, UTF8String, "UTF8String")
   QVSB_METHOD(BOOL, boolValue, "boolValue")
+  QVSB_METHOD(NSUInteger, length, "length")
+  QVSB_METHOD(void, getCharacters_range, "getCharacters:range:", unichar*, NSRange)
   QVSB_METHOD(NSString, stringByAppendingPathComponent, "stringByAppendingPathComponent:", NSString)
 
   /// `stringWithFormat:`; arguments are handles, numbers and C strings.

@@ -56,6 +56,7 @@ template <> struct Encoding<signed char> { static constexpr const char* text = "
 template <> struct Encoding<unsigned char> { static constexpr const char* text = "C"; };
 template <> struct Encoding<short> { static constexpr const char* text = "s"; };
 template <> struct Encoding<unsigned short> { static constexpr const char* text = "S"; };
+template <> struct Encoding<char16_t> { static constexpr const char* text = "S"; };
 template <> struct Encoding<int> { static constexpr const char* text = "i"; };
 template <> struct Encoding<unsigned int> { static constexpr const char* text = "I"; };
 // 64-bit targets only: `long` is encoded as what it is there.

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "NSArray.hpp"
+
+namespace qvsb {
+
+class NSSet : public NSObject {
+  QVSB_HANDLE(NSSet, NSObject)
+  QVSB_METHOD(NSArray, allObjects, "allObjects")
+};
+
+class NSMutableSet : public NSSet {
+  QVSB_HANDLE(NSMutableSet, NSSet)
+  QVSB_CLASS_METHOD(NSMutableSet, set, "set")
+  QVSB_METHOD(void, addObject, "addObject:", Object)
+  QVSB_METHOD(void, addObjectsFromArray, "addObjectsFromArray:", NSArray)
+};
+
+} // namespace qvsb

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "../Foundation/NSObject.hpp"
+
+namespace qvsb {
+
+class UIEvent : public NSObject {
+  QVSB_HANDLE(UIEvent, NSObject)
+};
+
+} // namespace qvsb

@@ -1,0 +1,21 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+#import <UIKit/UIKitDefines.h>
+
+typedef NSString *UIActivityType;
+
+UIKIT_EXTERN UIActivityType const UIActivityTypePostToFacebook;
+UIKIT_EXTERN UIActivityType const UIActivityTypePostToTwitter;
+UIKIT_EXTERN UIActivityType const UIActivityTypePostToWeibo;
+UIKIT_EXTERN UIActivityType const UIActivityTypeMessage;
+UIKIT_EXTERN UIActivityType const UIActivityTypeMail;
+UIKIT_EXTERN UIActivityType const UIActivityTypePrint;
+UIKIT_EXTERN UIActivityType const UIActivityTypeCopyToPasteboard;
+UIKIT_EXTERN UIActivityType const UIActivityTypeAssignToContact;
+UIKIT_EXTERN UIActivityType const UIActivityTypeSaveToCameraRoll;
+UIKIT_EXTERN UIActivityType const UIActivityTypeAddToReadingList;
+UIKIT_EXTERN UIActivityType const UIActivityTypePostToFlickr;
+UIKIT_EXTERN UIActivityType const UIActivityTypePostToVimeo;
+UIKIT_EXTERN UIActivityType const UIActivityTypePostToTencentWeibo;
+UIKIT_EXTERN UIActivityType const UIActivityTypeAirDrop;

@@ -1,0 +1,121 @@
+// What the policy object hands on to others.
+#include "Policy.h"
+
+#include <objc/runtime.h>
+
+namespace {
+
+using Forwards = Policy;
+
+std::vector<std::string> calls;
+BOOL answer = NO;
+id manager = nil;
+
+void note(id, SEL selector) { calls.push_back(sel_getName(selector)); }
+BOOL noteAndAnswer(id self, SEL selector) {
+  note(self, selector);
+  return answer;
+}
+id sharedManager(id, SEL) { return manager; }
+
+/// A class of the name that the library looks for.
+void makeManager() {
+  Class const cls = objc_allocateClassPair([NSObject class], "QVSBPasscodeExtensionManager", 0);
+  class_addMethod(cls, @selector(isPasscodeExtensionActive), (IMP)noteAndAnswer, "C16@0:8");
+  class_addMethod(cls, @selector(canAppDisplayPasscodeExtension), (IMP)noteAndAnswer, "C16@0:8");
+  class_addMethod(cls, sel_registerName("start"), (IMP)note, "v16@0:8");
+  class_addMethod(cls, sel_registerName("stop"), (IMP)note, "v16@0:8");
+  class_addMethod(object_getClass(cls), sel_registerName("sharedInstance"), (IMP)sharedManager, "@16@0:8");
+  objc_registerClassPair(cls);
+  manager = [[cls alloc] init];
+}
+
+} // namespace
+
+TEST_F(Forwards, WithoutThePasscodeExtensionAnswerNOAndDoNothing) {
+  if (NSClassFromString(@"QVSBPasscodeExtensionManager")) GTEST_SKIP() << "the library has the extension";
+  EXPECT_EQ([util isPasscodeExtensionActive], NO);
+  EXPECT_EQ([util canAppDisplayPasscodeExtension], NO);
+  [util startPasscodeExtension];
+  [util stopPasscodeExtension];
+}
+
+TEST_F(Forwards, ReachThePasscodeExtensionWhetherOrNotTheSDKIsReady) {
+  makeManager();
+  for (const BOOL ready : {YES, NO}) {
+    sdk->ready = ready;
+    calls.clear();
+    for (const BOOL expected : {YES, NO}) {
+      answer = expected;
+      EXPECT_EQ([util isPasscodeExtensionActive], expected);
+      EXPECT_EQ([util canAppDisplayPasscodeExtension], expected);
+    }
+    [util startPasscodeExtension];
+    [util stopPasscodeExtension];
+    EXPECT_EQ(calls, (std::vector<std::string>{"isPasscodeExtensionActive", "canAppDisplayPasscodeExtension",
+                                               "isPasscodeExtensionActive", "canAppDisplayPasscodeExtension", "start",
+                                               "stop"}));
+  }
+}
+
+TEST_F(Forwards, GiveTheAppInformationAsTheSDKHasItWhetherOrNotItIsReady) {
+  sdk->appInfo = [@{@"ActivityPasteboardKey" : @"key"} retain];
+  EXPECT_EQ([util getAppInfo], sdk -> appInfo);
+  sdk->ready = NO;
+  EXPECT_EQ([util getAppInfo], sdk -> appInfo);
+  [sdk->appInfo release];
+  sdk->appInfo = nil;
+  EXPECT_EQ([util getAppInfo], nil);
+  [util setZorbel:nil];
+  EXPECT_EQ([util getAppInfo], nil);
+}
+
+TEST_F(Forwards, HandThePasscodeResultToTheSDKUnchangedWhetherOrNotItIsReady) {
+  NSDictionary *const result = @{@"a" : @1};
+  [util postPasscodeExtensionResult:result];
+  sdk->ready = NO;
+  [util postPasscodeExtensionResult:nil];
+  ASSERT_EQ([sdk->results count], 2u);
+  EXPECT_EQ([sdk->results objectAtIndex:0], result);
+  EXPECT_EQ([sdk->results objectAtIndex:1], [NSNull null]);
+  [util setZorbel:nil];
+  [util postPasscodeExtensionResult:result];
+  EXPECT_EQ([sdk->results count], 2u);
+}
+
+TEST_F(Forwards, HandEventsToAnSDKThatIsReadyAndToNoOther) {
+  UIEvent *const event = [[[UIEvent alloc] init] autorelease];
+  [util resetInactivity:event];
+  ASSERT_EQ([sdk->events count], 1u);
+  EXPECT_EQ([sdk->events objectAtIndex:0], event);
+  sdk->ready = NO;
+  [util resetInactivity:event];
+  EXPECT_EQ([sdk->events count], 1u);
+  sdk->ready = YES;
+  [util resetInactivity:nil];
+  ASSERT_EQ([sdk->events count], 2u);
+  EXPECT_EQ([sdk->events objectAtIndex:1], [NSNull null]);
+  [util setZorbel:nil];
+  [util resetInactivity:event];
+  EXPECT_EQ([sdk->events count], 2u);
+  releaseSDK();
+  [util resetInactivity:event];
+}
+
+TEST_F(Forwards, WipeKeychainThenPreferencesThenFilesWithoutAnSDKToo) {
+  Class const meta = object_getClass(NSClassFromString(@"ZorbelUtil"));
+  for (const char *step : {"_cleanUpKeychain", "_cleanUpPreferences", "_cleanUpFileSystem"}) {
+    const Method method = class_getInstanceMethod(meta, sel_registerName(step));
+    ASSERT_TRUE(method != nullptr) << step;
+    EXPECT_STREQ(method_getTypeEncoding(method), "v16@0:8");
+    method_setImplementation(method, (IMP)note);
+  }
+  const std::vector<std::string> expected = {"_cleanUpKeychain", "_cleanUpPreferences", "_cleanUpFileSystem"};
+  calls.clear();
+  [util wipeApplication];
+  EXPECT_EQ(calls, expected);
+  [util setZorbel:nil];
+  calls.clear();
+  [util wipeApplication];
+  EXPECT_EQ(calls, expected);
+}
