@@ -1,8 +1,8 @@
 #include "methods.hpp"
 
 #include "../diagnostics/SBUtil.hpp"
-#include "../policy/SBZorbelConfigHelper.hpp"
 #include "../policy/Constants.hpp"
+#include "../policy/SBZorbelConfigHelper.hpp"
 #include "../policy/ZorbelUtil.hpp"
 #include "../protection/FileProtection.hpp"
 #include "../protection/NSFileManager+Helpers.hpp"
