@@ -1,4 +1,4 @@
-# Objective-C as Debian has it: GCC's runtime, GNUstep's Foundation, blocks from libBlocksRuntime.
+# Objective-C as Debian has it: GCC's runtime, GNUstep's Foundation, libBlocksRuntime's <Block.h>.
 execute_process(COMMAND gcc -print-file-name=include OUTPUT_VARIABLE gcc_include OUTPUT_STRIP_TRAILING_WHITESPACE)
 if(NOT EXISTS "${gcc_include}/objc/runtime.h")
   message(FATAL_ERROR "objc/runtime.h not found beside GCC's headers; run scripts/setup.sh")
@@ -23,8 +23,8 @@ set(QV_OBJC_FLAGS
   -D_NATIVE_OBJC_EXCEPTIONS -DGNUSTEP -DGNUSTEP_BASE_LIBRARY=1
   -pthread)
 
-# Order matters: libQVDevice interposes Foundation's path functions, and libBlocksRuntime the block runtime that
-# libgnustep-base carries half of.
+# libQVDevice stands before all of these (see qv_link_platform): it has the block runtime and Foundation's path functions
+# that the whole process is to use.
 find_library(QV_BLOCKS BlocksRuntime REQUIRED)
 find_library(QV_GNUSTEP_BASE gnustep-base REQUIRED)
 execute_process(COMMAND gcc -print-file-name=libobjc.so OUTPUT_VARIABLE QV_OBJC OUTPUT_STRIP_TRAILING_WHITESPACE)

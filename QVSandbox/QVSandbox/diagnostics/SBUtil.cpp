@@ -1,5 +1,7 @@
 #include "SBUtil.hpp"
 
+#include <cstddef>
+#include <initializer_list>
 #include <vector>
 
 #include "../platform/System/stdlib.hpp"
@@ -69,59 +71,31 @@ std::string signatureOf(Method listed) {
   return signature;
 }
 
+/// The SDK's enumerations count from 0.
+NSString textOf(NSInteger value, std::initializer_list<NSString> texts, NSString unknown) {
+  const auto index = static_cast<std::size_t>(value); // a negative one becomes too large
+  return index < texts.size() ? texts.begin()[index] : unknown;
+}
+
 class Implementation : public Implements<Implementation> {
 public:
   static constexpr const char* className = "SBUtil";
   static constexpr const char* superclassName = "NSObject";
 
   static NSString stringForAuthState(Class, SEL, NSInteger state) {
-    switch (state) {
-    case 0:
-      return "Unauthorized"_ns;
-    case 1:
-      return "Authorized"_ns;
-    case 2:
-      return "Retired"_ns;
-    default:
-      return "Unknown Auth State"_ns;
-    }
+    return textOf(state, {"Unauthorized"_ns, "Authorized"_ns, "Retired"_ns}, "Unknown Auth State"_ns);
   }
 
   static NSString stringForOpenInPolicy(Class, SEL, NSInteger policy) {
-    switch (policy) {
-    case 0:
-      return "Unauthorized"_ns;
-    case 1:
-      return "Authorized"_ns;
-    case 2:
-      return "Whitelist"_ns;
-    default:
-      return "Unknown OpenIn State"_ns;
-    }
+    return textOf(policy, {"Unauthorized"_ns, "Authorized"_ns, "Whitelist"_ns}, "Unknown OpenIn State"_ns);
   }
 
   static NSString stringForPrintPolicy(Class, SEL, NSInteger policy) {
-    switch (policy) {
-    case 0:
-      return "Unauthorized"_ns;
-    case 1:
-      return "Authorized"_ns;
-    default:
-      return "Unknown Print State"_ns;
-    }
+    return textOf(policy, {"Unauthorized"_ns, "Authorized"_ns}, "Unknown Print State"_ns);
   }
 
   static NSString stringForPasteboardPolicy(Class, SEL, NSInteger policy) {
-    switch (policy) {
-    case 0:
-      return "Unauthorized"_ns;
-    case 1:
-      return "Authorized"_ns;
-    case 2:
-      return "Secure Copy"_ns;
-    default:
-      return "Unknown Pasteboard State"_ns;
-    }
+    return textOf(policy, {"Unauthorized"_ns, "Authorized"_ns, "Secure Copy"_ns}, "Unknown Pasteboard State"_ns);
   }
 
   static NSString stringForTypeEncoding(Class, SEL, const char* encoding) {
