@@ -9,6 +9,7 @@
 #import <UIKit/UIDocument.h>
 #import <UIKit/UIEvent.h>
 #import <UIKit/UIKitDefines.h>
+#import <UIKit/UIPasteboard.h>
 #import <UIKit/UIResponder.h>
 #import <UIKit/UIScreen.h>
 #import <UIKit/UIView.h>

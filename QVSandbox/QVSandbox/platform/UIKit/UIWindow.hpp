@@ -1,0 +1,11 @@
+#pragma once
+
+#include "../Foundation/NSObject.hpp"
+
+namespace qvsb {
+
+class UIWindow : public NSObject {
+  QVSB_HANDLE(UIWindow, NSObject)
+};
+
+} // namespace qvsb
