@@ -33,6 +33,8 @@ void QVDeviceRecordCall(NSString *call, NSDictionary *arguments, NSDictionary *t
   QVDeviceTrace(entry(traced, @{@"kind" : @"sdk", @"call" : call}));
 }
 
+void QVDeviceRecordCall(NSString *call, NSDictionary *arguments) { QVDeviceRecordCall(call, arguments, arguments); }
+
 NSArray *QVDeviceZorbelRecord(void) {
   const std::lock_guard locked(recording());
   return [NSArray arrayWithArray:calls()];

@@ -13,10 +13,10 @@ namespace {
 
 using Json = nlohmann::json;
 
-constexpr std::array<std::string_view, 13> kKeys{
-    "ready",        "readyToTerminate",         "checkInRequested", "authState",   "managedPolicy",
-    "openInPolicy", "openInWhitelist",          "pasteboardPolicy", "printPolicy", "config",
-    "appInfo",      "zbPasteboardTypePrefixes", "appSchemes"};
+constexpr std::array<std::string_view, 14> kKeys{
+    "ready",        "readyToTerminate",         "checkInRequested", "authState",    "managedPolicy",
+    "openInPolicy", "openInWhitelist",          "pasteboardPolicy", "printPolicy",  "config",
+    "appInfo",      "zbPasteboardTypePrefixes", "appSchemes",       "delegateProxy"};
 
 std::string describe(const Json& value) {
   switch (value.type()) {
@@ -100,6 +100,7 @@ std::string takeKey(Policies& to, const std::string& key, const Json& value) {
   if (key == "ready") return take(to.ready, key, value);
   if (key == "readyToTerminate") return take(to.readyToTerminate, key, value);
   if (key == "checkInRequested") return take(to.checkInRequested, key, value);
+  if (key == "delegateProxy") return take(to.delegateProxy, key, value);
   if (key == "authState") return take(to.authState, key, value);
   if (key == "managedPolicy") return take(to.managedPolicy, key, value);
   if (key == "openInPolicy") return take(to.openInPolicy, key, value);
@@ -246,7 +247,19 @@ std::optional<std::string> decodeBase64(const std::string& text) {
   return data;
 }
 
-std::variant<Policies, Refusal> parsePolicies(const std::string& text, Policies base) {
+Taken takeValues(const Json& values, Policies base) {
+  if (!values.is_object()) {
+    return Refusal{0, 0, "the policies must be an object, not " + describe(values)};
+  }
+  for (const auto& [key, value] : values.items()) {
+    if (std::string reason = takeKey(base, key, value); !reason.empty()) {
+      return Refusal{0, 0, std::move(reason)};
+    }
+  }
+  return base;
+}
+
+Taken parsePolicies(const std::string& text, Policies base) {
   KeyFinder finder(text);
   if (const auto refusal = finder.find()) {
     return *refusal;

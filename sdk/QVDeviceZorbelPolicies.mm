@@ -1,19 +1,32 @@
 #import <Zorbel/QVDevicePolicies.h>
 
 #include "Policies.h"
+#import "Zorbel+Changes.h"
 
-void QVDeviceZorbelSetPolicies(NSString *json) {
-  NSString *reason = nil;
+namespace {
+
+zorbel::Change change(NSString *json, const char *function) {
   const std::string text([json length] ? [json UTF8String] : "");
-  zorbel::changePolicies([&](const zorbel::Policies &before) {
-    auto result = zorbel::parsePolicies(text, before);
-    if (const auto *refusal = std::get_if<zorbel::Refusal>(&result)) {
-      reason = [NSString stringWithFormat:@"%lu:%lu: %s", static_cast<unsigned long>(refusal->line),
-                                          static_cast<unsigned long>(refusal->column), refusal->reason.c_str()];
-      return before;
-    }
-    return std::get<zorbel::Policies>(std::move(result));
-  });
+  auto change =
+      zorbel::changePolicies([&text](const zorbel::Policies &before) { return zorbel::parsePolicies(text, before); });
   // Not from within: C++ code of the SDK has no business with Objective-C's exceptions.
-  if (reason) [NSException raise:NSInvalidArgumentException format:@"QVDeviceZorbelSetPolicies: %@", reason];
+  if (const auto &refusal = change.refusal) {
+    NSString *const reason =
+        [NSString stringWithFormat:@"%s: %lu:%lu: %s", function, static_cast<unsigned long>(refusal->line),
+                                   static_cast<unsigned long>(refusal->column), refusal->reason.c_str()];
+    change.refusal.reset();
+    [NSException raise:NSInvalidArgumentException format:@"%@", reason];
+  }
+  return change;
+}
+
+} // namespace
+
+void QVDeviceZorbelSetPolicies(NSString *json) { change(json, __func__); }
+
+void QVDeviceZorbelChangePolicies(NSString *json, NSString *message) {
+  if (![NSThread isMainThread])
+    [NSException raise:NSInternalInconsistencyException format:@"%s is for the main thread only", __func__];
+  const zorbel::Change changed = change(json, __func__);
+  [[Zorbel sharedInstance] tellChangesFrom:*changed.before to:*changed.now message:message];
 }

@@ -68,10 +68,16 @@ __attribute__((constructor)) void readAtLoad() { policies(); }
 
 const Policies& policies() { return *history().now.load(); }
 
-void changePolicies(const std::function<Policies(const Policies&)>& change) {
+Change changePolicies(const std::function<Taken(const Policies&)>& change) {
   const std::lock_guard locked(history().changing);
-  history().all.push_front(change(policies()));
+  const Policies& before = policies();
+  Taken taken = change(before);
+  if (auto* refusal = std::get_if<Refusal>(&taken)) {
+    return {&before, &before, std::move(*refusal)};
+  }
+  history().all.push_front(std::get<Policies>(std::move(taken)));
   history().now = &history().all.front();
+  return {&before, &history().all.front(), std::nullopt};
 }
 
 } // namespace zorbel

@@ -14,6 +14,11 @@ extern "C" {
 /// NSInvalidArgumentException with the reason and changes nothing. Any thread.
 void QVDeviceZorbelSetPolicies(NSString *json);
 
+/// The same, and the SDK's delegate is told, as after the command "set" from outside: of all that differs, in the order
+/// readiness, authorisation state (with `message`, which may be nil), configuration, managed policy, open-in policy or
+/// whitelist, pasteboard policy, print policy. Main thread only; raises NSInternalInconsistencyException on another.
+void QVDeviceZorbelChangePolicies(NSString *json, NSString *message);
+
 #ifdef __cplusplus
 }
 #endif

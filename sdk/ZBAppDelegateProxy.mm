@@ -1,0 +1,4 @@
+#import <Zorbel/ZBAppDelegateProxy.h>
+
+@implementation ZBAppDelegateProxy
+@end
