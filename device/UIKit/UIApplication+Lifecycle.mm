@@ -1,4 +1,6 @@
+#import "IncomingURL.h"
 #import "Lifecycle.h"
+#import "MainStoryboard.h"
 
 #import <QVDevice/QVDevice.h>
 
@@ -22,17 +24,29 @@ NSNotificationName const UIApplicationDidReceiveMemoryWarningNotification =
   [[NSNotificationCenter defaultCenter] postNotificationName:notification object:self];
 }
 
-- (void)qvdevice_finishLaunchingWithOptions:(NSDictionary *)options {
+// Answers whether the delegate wants what the app was launched for: not answering at all counts as yes.
+- (BOOL)qvdevice_finishLaunchingWithOptions:(NSDictionary *)options {
+  UIWindow *const storyboardWindow = [self qvdevice_makeStoryboardWindow];
+  BOOL wanted = YES;
   QVDeviceTrace(@{@"kind" : @"lifecycle", @"event" : @"willFinishLaunching"});
   if ([_delegate respondsToSelector:@selector(application:willFinishLaunchingWithOptions:)])
-    [_delegate application:self willFinishLaunchingWithOptions:options];
+    wanted = [_delegate application:self willFinishLaunchingWithOptions:options];
   QVDeviceTrace(@{@"kind" : @"lifecycle", @"event" : @"didFinishLaunching"});
   if ([_delegate respondsToSelector:@selector(application:didFinishLaunchingWithOptions:)])
-    [_delegate application:self didFinishLaunchingWithOptions:options];
+    wanted = [_delegate application:self didFinishLaunchingWithOptions:options] && wanted;
   else if ([_delegate respondsToSelector:@selector(applicationDidFinishLaunching:)])
     [_delegate applicationDidFinishLaunching:self];
+  [self qvdevice_showStoryboardWindow:storyboardWindow];
   [[NSNotificationCenter defaultCenter] postNotificationName:UIApplicationDidFinishLaunchingNotification object:self
                                                     userInfo:options];
+  return wanted;
+}
+
+- (void)qvdevice_launch {
+  QVDeviceIncomingURL *const incoming = [QVDeviceIncomingURL incomingFromLaunch];
+  const BOOL wanted = [self qvdevice_finishLaunchingWithOptions:[incoming launchOptions]];
+  if (incoming && wanted) [self qvdevice_open:incoming];
+  [self qvdevice_becomeActive];
 }
 
 - (NSString *)qvdevice_becomeActive {
@@ -68,13 +82,24 @@ NSNotificationName const UIApplicationDidReceiveMemoryWarningNotification =
   return nil;
 }
 
-// An app comes to the foreground in order to be used: becoming active is part of it.
-- (NSString *)qvdevice_enterForeground {
-  if ([self applicationState] != UIApplicationStateBackground) return @"the app is not in the background";
+- (void)qvdevice_comeToForeground {
   [self qvdevice_announce:@"willEnterForeground" delegate:@selector(applicationWillEnterForeground:)
              notification:UIApplicationWillEnterForegroundNotification];
   [self qvdevice_setState:UIApplicationStateInactive];
+}
+
+// An app comes to the foreground in order to be used: becoming active is part of it.
+- (NSString *)qvdevice_enterForeground {
+  if ([self applicationState] != UIApplicationStateBackground) return @"the app is not in the background";
+  [self qvdevice_comeToForeground];
   return [self qvdevice_becomeActive];
+}
+
+- (void)qvdevice_bringToFrontForURL:(QVDeviceIncomingURL *)incoming {
+  const BOOL wasInBackground = [self applicationState] == UIApplicationStateBackground;
+  if (wasInBackground) [self qvdevice_comeToForeground];
+  [self qvdevice_open:incoming];
+  if (wasInBackground) [self qvdevice_becomeActive];
 }
 
 - (void)qvdevice_terminate {

@@ -1,9 +1,14 @@
 #import <UIKit/UIKit.h>
 
+#import "FirstResponder.h"
 #import "Lifecycle.h"
 #import "UIViewInternal.h"
 
 #import <QVDevice/QVDevice.h>
+
+#include <objc/runtime.h>
+
+#include "container/Settings.h"
 
 UIApplicationLaunchOptionsKey const UIApplicationLaunchOptionsURLKey = @"UIApplicationLaunchOptionsURLKey";
 UIApplicationLaunchOptionsKey const UIApplicationLaunchOptionsSourceApplicationKey =
@@ -14,18 +19,31 @@ UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptionsSourceApplicatio
     @"UIApplicationOpenURLOptionsSourceApplicationKey";
 UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptionsAnnotationKey =
     @"UIApplicationOpenURLOptionsAnnotationKey";
+UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptionsOpenInPlaceKey =
+    @"UIApplicationOpenURLOptionsOpenInPlaceKey";
+UIApplicationExtensionPointIdentifier const UIApplicationKeyboardExtensionPointIdentifier =
+    @"com.apple.keyboard-service";
 UIBackgroundTaskIdentifier const UIBackgroundTaskInvalid = 0;
 
 namespace {
 UIApplication *shared;
-}
+
+void terminateWithSuccess(UIApplication *self, SEL) { [self qvdevice_terminate]; }
+
+} // namespace
 
 @interface UIApplication (Private)
 - (void)_setDelegate:(id<UIApplicationDelegate>)delegate assumeOwnership:(BOOL)assumeOwnership;
-- (void)terminateWithSuccess;
 @end
 
 @implementation UIApplication
+
+// Not every system has this: whether this one does is among its settings.
++ (void)load {
+  if (qvdevice::settings().terminateWithSuccess)
+    class_addMethod(self, sel_registerName("terminateWithSuccess"), reinterpret_cast<IMP>(&terminateWithSuccess),
+                    "v16@0:8");
+}
 
 + (UIApplication *)sharedApplication {
   return shared;
@@ -89,14 +107,22 @@ UIApplication *shared;
 }
 
 - (void)sendEvent:(UIEvent *)event {
-  [[self keyWindow] sendEvent:event];
+  NSMutableSet *const windows = [NSMutableSet set];
+  for (UITouch *touch in [event allTouches])
+    if ([touch window]) [windows addObject:[touch window]];
+  for (UIWindow *window in windows)
+    [window sendEvent:event];
+}
+
+- (UIResponder *)qvdevice_firstForActionsFrom:(id)sender {
+  if (UIResponder *const first = [UIResponder qvdevice_firstResponder]) return first;
+  return [sender isKindOfClass:[UIResponder class]] ? sender : [[self keyWindow] qvdevice_frontmostResponder];
 }
 
 - (BOOL)sendAction:(SEL)action to:(id)target from:(id)sender forEvent:(UIEvent *)event {
-  (void)event;
-  if (!target) target = [self targetForAction:action withSender:sender];
+  if (!target) target = [[self qvdevice_firstForActionsFrom:sender] targetForAction:action withSender:sender];
   if (![target respondsToSelector:action]) return NO;
-  [target performSelector:action withObject:sender];
+  [target performSelector:action withObject:sender withObject:event];
   return YES;
 }
 
@@ -126,10 +152,6 @@ UIApplication *shared;
 
 - (void)endBackgroundTask:(UIBackgroundTaskIdentifier)identifier {
   (void)identifier;
-}
-
-- (void)terminateWithSuccess {
-  [self qvdevice_terminate];
 }
 
 @end

@@ -1,30 +1,9 @@
 #import <UIKit/UIApplication.h>
 
+#import "Commands.h"
 #import "Lifecycle.h"
 
-#import <QVDevice/QVDevice.h>
-
 namespace {
-
-void takeCommands(UIApplication *application) {
-  QVDeviceSetControlHandler(@"becomeActive", ^NSString *(NSDictionary *) {
-    return [application qvdevice_becomeActive];
-  });
-  QVDeviceSetControlHandler(@"resignActive", ^NSString *(NSDictionary *) {
-    return [application qvdevice_resignActive];
-  });
-  QVDeviceSetControlHandler(@"enterBackground", ^NSString *(NSDictionary *) {
-    return [application qvdevice_enterBackground];
-  });
-  QVDeviceSetControlHandler(@"enterForeground", ^NSString *(NSDictionary *) {
-    return [application qvdevice_enterForeground];
-  });
-  // Answered before it happens: afterwards there is nobody left to answer.
-  QVDeviceSetControlHandler(@"terminate", ^NSString *(NSDictionary *) {
-    [application performSelector:@selector(qvdevice_terminate) withObject:nil afterDelay:0];
-    return nil;
-  });
-}
 
 Class classNamed(NSString *name, NSString *role) {
   Class const found = NSClassFromString(name);
@@ -53,9 +32,9 @@ void launch(NSString *principalClassName, NSString *delegateClassName) {
   // Nobody else keeps this delegate: it lives as long as the process. Without a class name the application object is
   // left to find a delegate of its own.
   if ([delegateClassName length]) [application setDelegate:[[classNamed(delegateClassName, @"delegate") alloc] init]];
-  takeCommands(application);
-  [application qvdevice_finishLaunchingWithOptions:nil];
-  [application qvdevice_becomeActive];
+  QVDeviceTakeLifecycleCommands(application);
+  QVDeviceTakeInputCommands(application);
+  [application qvdevice_launch];
   [pool release];
 }
 

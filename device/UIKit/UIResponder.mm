@@ -1,4 +1,7 @@
-#import <UIKit/UIResponder.h>
+#import "FirstResponder.h"
+
+#import "InputModes.h"
+#import "Keyboard.h"
 
 namespace {
 // One app has one first responder; it is not kept alive by being that.
@@ -33,13 +36,14 @@ UIResponder *firstResponder;
   if (![self canBecomeFirstResponder]) return NO;
   if (firstResponder && ![firstResponder resignFirstResponder]) return NO;
   firstResponder = self;
+  [self qvdevice_didBecomeFirstResponder];
   return YES;
 }
 
 - (BOOL)resignFirstResponder {
   if (firstResponder != self) return YES;
   if (![self canResignFirstResponder]) return NO;
-  firstResponder = nil;
+  [self qvdevice_loseFirstResponder];
   return YES;
 }
 
@@ -69,6 +73,29 @@ UIResponder *firstResponder;
   for (UIResponder *responder = self; responder; responder = [responder nextResponder])
     if ([responder canPerformAction:action withSender:sender]) return responder;
   return nil;
+}
+
+@end
+
+@implementation UIResponder (QVDeviceFirstResponder)
+
++ (UIResponder *)qvdevice_firstResponder {
+  return firstResponder;
+}
+
+- (void)qvdevice_loseFirstResponder {
+  if (firstResponder != self) return;
+  firstResponder = nil;
+  [self qvdevice_didResignFirstResponder];
+}
+
+- (void)qvdevice_didBecomeFirstResponder {
+  if ([self respondsToSelector:@selector(insertText:)]) [[UIApplication sharedApplication] qvdevice_keyboardIsShown];
+}
+
+// The keyboard goes with the one that it wrote into.
+- (void)qvdevice_didResignFirstResponder {
+  [UITextInputMode qvdevice_editingEnded];
 }
 
 @end

@@ -1,5 +1,7 @@
 #import "UIViewInternal.h"
 
+#import "FirstResponder.h"
+
 @implementation UIView
 
 - (instancetype)init {
@@ -37,6 +39,11 @@
 
 - (UIResponder *)nextResponder {
   return _controller ? (UIResponder *)_controller : (UIResponder *)_superview;
+}
+
+// What is on no window cannot be written into, and stops being it when it leaves its window.
+- (BOOL)becomeFirstResponder {
+  return [self window] && [super becomeFirstResponder];
 }
 
 - (CGRect)frame {
@@ -94,6 +101,7 @@
     return;
   }
   UIWindow *const before = [view window], *const after = [self window];
+  if (before && before != after) [view endEditing:YES];
   if (before != after) [view willMoveToWindow:after];
   [view willMoveToSuperview:self];
   if (view->_superview) {
@@ -111,6 +119,7 @@
 - (void)removeFromSuperview {
   if (!_superview) return;
   [[self retain] autorelease];
+  [self endEditing:YES];
   UIWindow *const before = [self window];
   [_superview willRemoveSubview:self];
   if (before) [self willMoveToWindow:nil];

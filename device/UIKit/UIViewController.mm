@@ -138,3 +138,19 @@
 }
 
 @end
+
+@implementation UIViewController (UINavigationControllerItem)
+
+- (UINavigationController *)navigationController {
+  return _navigationController;
+}
+
+@end
+
+@implementation UIViewController (QVDeviceInternal)
+
+- (void)qvdevice_setNavigationController:(UINavigationController *)controller {
+  _navigationController = controller;
+}
+
+@end

@@ -119,11 +119,28 @@ void post(NSString *name, UIWindow *window) {
   post(UIWindowDidResignKeyNotification, self);
 }
 
-// Without a display no touch says which view is meant: the root view's chain is told that an event came.
+- (void)qvdevice_tell:(UIView *)view ofTouches:(NSSet *)touches inPhase:(UITouchPhase)phase event:(UIEvent *)event {
+  switch (phase) {
+  case UITouchPhaseBegan:
+    [view touchesBegan:touches withEvent:event];
+    break;
+  case UITouchPhaseMoved:
+    [view touchesMoved:touches withEvent:event];
+    break;
+  case UITouchPhaseEnded:
+    [view touchesEnded:touches withEvent:event];
+    break;
+  case UITouchPhaseCancelled:
+    [view touchesCancelled:touches withEvent:event];
+    break;
+  case UITouchPhaseStationary:
+    break;
+  }
+}
+
 - (void)sendEvent:(UIEvent *)event {
-  UIResponder *const first = _rootViewController ? (UIResponder *)[_rootViewController view] : (UIResponder *)self;
-  [first touchesBegan:[event allTouches] withEvent:event];
-  [first touchesEnded:[event allTouches] withEvent:event];
+  for (UITouch *touch in [event touchesForWindow:self])
+    [self qvdevice_tell:[touch view] ofTouches:[NSSet setWithObject:touch] inPhase:[touch phase] event:event];
 }
 
 @end
@@ -142,6 +159,15 @@ void post(NSString *name, UIWindow *window) {
 
 + (UIWindow *)qvdevice_keyWindow {
   return key;
+}
+
+- (UIResponder *)qvdevice_frontmostResponder {
+  UIViewController *controller = _rootViewController;
+  while ([controller presentedViewController])
+    controller = [controller presentedViewController];
+  if ([controller isKindOfClass:[UINavigationController class]])
+    if (UIViewController *const top = [(UINavigationController *)controller topViewController]) controller = top;
+  return controller ? (UIResponder *)controller : (UIResponder *)self;
 }
 
 @end

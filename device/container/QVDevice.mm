@@ -16,6 +16,7 @@ NSDictionary *QVDeviceSettings(void) {
     @"systemVersion" : stringFrom(settings.systemVersion),
     @"idiom" : stringFrom(settings.idiom),
     @"defaultProtection" : stringFrom(settings.defaultProtection),
+    @"terminateWithSuccess" : [NSNumber numberWithBool:settings.terminateWithSuccess],
   };
 }
 

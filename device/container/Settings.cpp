@@ -59,9 +59,20 @@ std::string take(Settings& settings, const std::string& key, const std::string& 
       return "defaultProtection is \"" + value + "\"; it may be " + listed(kProtections);
     settings.defaultProtection = value;
   } else {
-    return "unknown key \"" + key + "\"; the keys are systemVersion, idiom, defaultProtection";
+    return "unknown key \"" + key + "\"; the keys are systemVersion, idiom, defaultProtection, terminateWithSuccess";
   }
   return {};
+}
+
+std::string take(Settings& settings, const std::string& key, const Json& value) {
+  const auto inText = [&] { return value.dump(-1, ' ', true, Json::error_handler_t::replace); };
+  if (key == "terminateWithSuccess") {
+    if (!value.is_boolean()) return key + " must be true or false, not " + inText();
+    settings.terminateWithSuccess = value.get<bool>();
+    return {};
+  }
+  if (!value.is_string()) return key + " must be a string, not " + inText();
+  return take(settings, key, value.get_ref<const std::string&>());
 }
 
 Settings checkedSettings() {
@@ -90,9 +101,7 @@ bool parseSettings(std::string_view text, Settings& settings, std::string& error
   }
   Settings read;
   for (const auto& [key, value] : object.items()) {
-    error = value.is_string()
-                ? take(read, key, value.get<std::string>())
-                : key + " must be a string, not " + value.dump(-1, ' ', true, Json::error_handler_t::replace);
+    error = take(read, key, value);
     if (!error.empty()) return false;
   }
   settings = read;

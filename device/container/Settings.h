@@ -11,6 +11,8 @@ struct Settings {
   std::string idiom = "phone";
   /// The protection class of an item that was given none; "absent" for a device that answers no class at all.
   std::string defaultProtection = "NSFileProtectionNone";
+  /// Whether the application answers to its private terminateWithSuccess.
+  bool terminateWithSuccess = true;
 };
 
 /// Reads settings from the text of a JSON object. Every key is optional; an unknown key or a value that no device has

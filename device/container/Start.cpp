@@ -6,6 +6,7 @@
 
 #include "container/Confinement.h"
 #include "container/Container.h"
+#include "container/Launch.h"
 #include "container/Refusal.h"
 #include "container/Settings.h"
 
@@ -30,6 +31,7 @@ void checkThatTheDeviceAnswersForFoundation() {
 __attribute__((constructor(101))) static void QVDeviceStart() {
   const std::string& container = containerPath();
   settings();
+  launch();
   checkThatTheDeviceAnswersForFoundation();
   confineWritesTo(container);
   makeStandardFolders();

@@ -14,8 +14,8 @@ extern "C" {
 /// process started.
 void QVDeviceTrace(NSDictionary *event);
 
-/// This device's settings: systemVersion, idiom ("phone" or "pad"), defaultProtection (a protection class or "absent").
-/// All keys are always there.
+/// This device's settings: systemVersion, idiom ("phone" or "pad"), defaultProtection (a protection class or "absent"),
+/// terminateWithSuccess (a boolean: whether the application answers to that). All keys are always there.
 NSDictionary *QVDeviceSettings(void);
 
 /// The container's absolute path, without symbolic links.

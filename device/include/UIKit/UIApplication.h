@@ -7,6 +7,7 @@
 
 typedef NSString *UIApplicationLaunchOptionsKey;
 typedef NSString *UIApplicationOpenURLOptionsKey;
+typedef NSString *UIApplicationExtensionPointIdentifier;
 
 typedef NS_ENUM(NSInteger, UIApplicationState) {
   UIApplicationStateActive,
@@ -63,6 +64,11 @@ UIKIT_EXTERN UIBackgroundTaskIdentifier const UIBackgroundTaskInvalid;
            annotation:(id)annotation;
 - (BOOL)application:(UIApplication *)application handleOpenURL:(NSURL *)url;
 
+/// Whether extensions of this kind may be used in the app: other makers' keyboards are asked for when one is first
+/// shown.
+- (BOOL)application:(UIApplication *)application
+    shouldAllowExtensionPointIdentifier:(UIApplicationExtensionPointIdentifier)identifier;
+
 - (UIInterfaceOrientationMask)application:(UIApplication *)application
     supportedInterfaceOrientationsForWindow:(UIWindow *)window;
 
@@ -87,6 +93,7 @@ UIKIT_EXTERN UIBackgroundTaskIdentifier const UIBackgroundTaskInvalid;
 @property (nonatomic, readonly, getter=isProtectedDataAvailable) BOOL protectedDataAvailable;
 
 - (void)sendEvent:(UIEvent *)event;
+/// Without a target: to whoever answers the action first, from the first responder upwards.
 - (BOOL)sendAction:(SEL)action to:(id)target from:(id)sender forEvent:(UIEvent *)event;
 
 - (BOOL)canOpenURL:(NSURL *)url;
@@ -113,3 +120,6 @@ UIKIT_EXTERN UIApplicationLaunchOptionsKey const UIApplicationLaunchOptionsSourc
 UIKIT_EXTERN UIApplicationLaunchOptionsKey const UIApplicationLaunchOptionsAnnotationKey;
 UIKIT_EXTERN UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptionsSourceApplicationKey;
 UIKIT_EXTERN UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptionsAnnotationKey;
+UIKIT_EXTERN UIApplicationOpenURLOptionsKey const UIApplicationOpenURLOptionsOpenInPlaceKey;
+
+UIKIT_EXTERN UIApplicationExtensionPointIdentifier const UIApplicationKeyboardExtensionPointIdentifier;

@@ -3,7 +3,7 @@
 #import <Foundation/Foundation.h>
 #import <UIKit/UIKitDefines.h>
 
-@class UIEvent;
+@class UIEvent, UITextInputMode;
 
 @interface UIResponder : NSObject
 
@@ -23,4 +23,9 @@
 - (BOOL)canPerformAction:(SEL)action withSender:(id)sender;
 - (id)targetForAction:(SEL)action withSender:(id)sender;
 
+@end
+
+@interface UIResponder (UIResponderInputViewAdditions)
+/// The way in which text is entered at the moment.
+@property (nonatomic, readonly) UITextInputMode *textInputMode;
 @end

@@ -3,7 +3,7 @@
 #import <CoreGraphics/CGGeometry.h>
 #import <UIKit/UIResponder.h>
 
-@class UIColor, UIViewController, UIWindow;
+@class UIColor, UIEvent, UIViewController, UIWindow;
 
 typedef NS_OPTIONS(NSUInteger, UIViewAutoresizing) {
   UIViewAutoresizingNone = 0,
@@ -68,5 +68,20 @@ typedef NS_OPTIONS(NSUInteger, UIViewAutoresizing) {
 - (void)layoutIfNeeded;
 - (void)layoutSubviews;
 - (void)setNeedsDisplay;
+
+@end
+
+@interface UIView (UIViewGeometry)
+
+/// The view for a touch at `point`, in this view's coordinates: the frontmost in here that is shown and takes touches;
+/// nil when there is none.
+- (UIView *)hitTest:(CGPoint)point withEvent:(UIEvent *)event;
+- (BOOL)pointInside:(CGPoint)point withEvent:(UIEvent *)event;
+
+/// nil stands for the window.
+- (CGPoint)convertPoint:(CGPoint)point toView:(UIView *)view;
+- (CGPoint)convertPoint:(CGPoint)point fromView:(UIView *)view;
+- (CGRect)convertRect:(CGRect)rect toView:(UIView *)view;
+- (CGRect)convertRect:(CGRect)rect fromView:(UIView *)view;
 
 @end

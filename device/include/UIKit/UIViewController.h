@@ -4,12 +4,15 @@
 #import <UIKit/UIResponder.h>
 #import <UIKit/UIView.h>
 
+@class UINavigationController;
+
 @interface UIViewController : UIResponder {
 @private
   UIView *_view;
   NSString *_title;
   UIViewController *_presentedViewController;
   UIViewController *_presentingViewController;
+  UINavigationController *_navigationController;
 }
 
 - (instancetype)initWithNibName:(NSString *)nibName bundle:(NSBundle *)bundle;

@@ -25,6 +25,7 @@ UIKIT_EXTERN const UIWindowLevel UIWindowLevelStatusBar;
 - (void)makeKeyWindow;
 - (void)becomeKeyWindow;
 - (void)resignKeyWindow;
+/// Tells the views that the event's touches in this window began on.
 - (void)sendEvent:(UIEvent *)event;
 
 @end

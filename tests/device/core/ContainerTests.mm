@@ -113,8 +113,12 @@ TEST_F(Container, KeepsTheUserDefaults) {
 }
 
 TEST_F(Container, SettingsHaveEveryKeyWithoutAnyGiven) {
-  EXPECT_TRUE(([QVDeviceSettings()
-      isEqual:@{@"systemVersion" : @"17.0", @"idiom" : @"phone", @"defaultProtection" : @"NSFileProtectionNone"}]));
+  EXPECT_TRUE(([QVDeviceSettings() isEqual:@{
+    @"systemVersion" : @"17.0",
+    @"idiom" : @"phone",
+    @"defaultProtection" : @"NSFileProtectionNone",
+    @"terminateWithSuccess" : @YES
+  }]));
 }
 
 } // namespace

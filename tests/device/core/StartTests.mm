@@ -128,8 +128,11 @@ INSTANTIATE_TEST_SUITE_P(
         BadSettings{"CutOff", R"({"idiom":"pad")", "not JSON, at byte 15"},
         BadSettings{"AList", "[]", "a JSON object is expected, not an array"},
         BadSettings{"ANumber", "17", "a JSON object is expected, not a number"},
-        BadSettings{"UnknownKey", R"({"version":"17.0"})",
-                    R"(unknown key "version"; the keys are systemVersion, idiom, defaultProtection)"},
+        BadSettings{
+            "UnknownKey", R"({"version":"17.0"})",
+            R"(unknown key "version"; the keys are systemVersion, idiom, defaultProtection, terminateWithSuccess)"},
+        BadSettings{"TerminationAsText", R"({"terminateWithSuccess":"no"})",
+                    R"(terminateWithSuccess must be true or false, not "no")"},
         BadSettings{"VersionAsNumber", R"({"systemVersion":17})", "systemVersion must be a string, not 17"},
         BadSettings{"VersionWithLetters", R"({"systemVersion":"17b"})",
                     R"(systemVersion is "17b"; it must be numbers with dots, as in "17.0")"},
@@ -141,6 +144,48 @@ INSTANTIATE_TEST_SUITE_P(
             "defaultProtection is \"none\"; it may be NSFileProtectionNone, NSFileProtectionComplete, "
             "NSFileProtectionCompleteUnlessOpen, NSFileProtectionCompleteUntilFirstUserAuthentication, absent"}),
     [](const auto &information) { return information.param.name; });
+
+struct BadLaunch {
+  const char *name;
+  const char *text;
+  const char *reason;
+};
+
+class RefusedLaunch : public testing::TestWithParam<BadLaunch> {};
+
+TEST_P(RefusedLaunch, IsNamedWithTheReason) {
+  expectRefused({{"QVDEVICE_CONTAINER", freshFolder()}, {"QVDEVICE_LAUNCH", GetParam().text}},
+                std::string("QVDevice: the app's launch (QVDEVICE_LAUNCH) is refused: ") + GetParam().reason + "\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Start, RefusedLaunch,
+    testing::Values(BadLaunch{"Empty", "", "not JSON, at byte 1"},
+                    BadLaunch{"CutOff", R"({"url":"a:b")", "not JSON, at byte 13"},
+                    BadLaunch{"AList", "[]", "a JSON object is expected, not an array"},
+                    BadLaunch{"UnknownKey", R"({"URL":"a:b"})",
+                              R"(unknown key "URL"; the keys are url, sourceApplication, annotation)"},
+                    BadLaunch{"URLAsNumber", R"({"url":7})", "url must be a string, not 7"},
+                    BadLaunch{"URLAsNull", R"({"url":null})", "url must be a string, not null"},
+                    BadLaunch{"EmptyURL", R"({"url":""})", R"("" is no URL)"},
+                    BadLaunch{"URLWithoutScheme", R"({"url":"open"})", R"("open" is no URL)"},
+                    BadLaunch{"URLWithSpace", R"({"url":"a:b c"})", R"("a:b c" is no URL)"},
+                    BadLaunch{"URLWithoutPath", R"({"url":"notes://open?id=7"})",
+                              R"("notes://open?id=7" cannot be read by this device: put a slash after the host)"},
+                    BadLaunch{"SourceAsNumber", R"({"url":"a:b","sourceApplication":7})",
+                              "sourceApplication must be a string, not 7"},
+                    BadLaunch{"EmptySource", R"({"url":"a:b","sourceApplication":""})", "sourceApplication is empty"},
+                    BadLaunch{"SourceAlone", R"({"sourceApplication":"com.example"})",
+                              "without a url there is no sourceApplication and no annotation"},
+                    BadLaunch{"AnnotationAlone", R"({"annotation":1})",
+                              "without a url there is no sourceApplication and no annotation"}),
+    [](const auto &information) { return information.param.name; });
+
+TEST(Start, WithAGoodLaunchReachesMain) {
+  for (const char *launch : {"{}", R"({"url":"notes://x","sourceApplication":"com.example","annotation":[1,{"a":2}]})",
+                             R"({"url":"notes://x","sourceApplication":null,"annotation":null})"})
+    EXPECT_EQ(runStarter({}, {{"QVDEVICE_CONTAINER", freshFolder()}, {"QVDEVICE_LAUNCH", launch}}).status, 0) << launch;
+}
 
 TEST(Start, WithATraceDescriptorThatIsNotOpenIsRefused) {
   expectRefused({{"QVDEVICE_CONTAINER", freshFolder()}, {"QVDEVICE_TRACE_FD", "77"}},

@@ -1,0 +1,10 @@
+// What whoever runs the app can ask for: each function names the handlers of its commands.
+#pragma once
+
+#import <UIKit/UIApplication.h>
+
+// The steps of an app's life.
+void QVDeviceTakeLifecycleCommands(UIApplication* application);
+
+// What the user and other apps do.
+void QVDeviceTakeInputCommands(UIApplication* application);

@@ -1,0 +1,214 @@
+#import "Commands.h"
+
+#import "CommandArguments.h"
+#import "FirstResponder.h"
+#import "IncomingURL.h"
+#import "InputModes.h"
+#import "Lifecycle.h"
+#import "TouchEvents.h"
+
+#import <QVDevice/QVDevice.h>
+
+namespace {
+
+// Only an app that is on the screen and not covered hears of its user.
+NSString *notUsable(UIApplication *application) {
+  switch ([application applicationState]) {
+  case UIApplicationStateActive:
+    return nil;
+  case UIApplicationStateInactive:
+    return @"the app is not active";
+  case UIApplicationStateBackground:
+    return @"the app is in the background";
+  }
+  return nil;
+}
+
+void deliver(UIApplication *application, UITouch *touch, UITouchPhase phase) {
+  NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+  [touch qvdevice_setPhase:phase];
+  [application sendEvent:[UIEvent qvdevice_eventWithTouch:touch]];
+  [pool release];
+}
+
+void touchAt(UIApplication *application, CGPoint point) {
+  UITouch *const touch = [UITouch qvdevice_touchAtPoint:point];
+  id const view = [touch view] ? NSStringFromClass([[touch view] class]) : (id)[NSNull null];
+  QVDeviceTrace(@{
+    @"kind" : @"input",
+    @"event" : @"touch",
+    @"x" : [NSNumber numberWithDouble:point.x],
+    @"y" : [NSNumber numberWithDouble:point.y],
+    @"view" : view
+  });
+  deliver(application, touch, UITouchPhaseBegan);
+  deliver(application, touch, UITouchPhaseEnded);
+}
+
+NSString *touch(UIApplication *application, NSDictionary *command) {
+  if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[ @"x", @"y" ])) return problem;
+  if (NSString *const problem = notUsable(application)) return problem;
+  const CGRect screen = [[UIScreen mainScreen] bounds];
+  CGPoint point = CGPointMake(CGRectGetMidX(screen), CGRectGetMidY(screen));
+  id const x = QVDeviceOptionalArgument(command, @"x"), y = QVDeviceOptionalArgument(command, @"y");
+  if ((x == nil) != (y == nil)) return @"\"x\" and \"y\" go together";
+  if (x) {
+    if (![x isKindOfClass:[NSNumber class]] || ![y isKindOfClass:[NSNumber class]])
+      return @"\"x\" and \"y\" must be numbers";
+    point = CGPointMake([x doubleValue], [y doubleValue]);
+    if (point.x < 0 || point.y < 0 || point.x >= screen.size.width || point.y >= screen.size.height)
+      return [NSString stringWithFormat:@"(%g, %g) is not on the screen, which is %g x %g", point.x, point.y,
+                                        screen.size.width, screen.size.height];
+  }
+  touchAt(application, point);
+  return nil;
+}
+
+void collectButtons(UIView *view, NSMutableArray *buttons) {
+  if ([view isHidden] || [view alpha] == 0) return;
+  if ([view isKindOfClass:[UIButton class]]) [buttons addObject:view];
+  for (UIView *subview in [view subviews])
+    collectButtons(subview, buttons);
+}
+
+NSString *noButton(NSString *title, NSArray *buttons) {
+  NSMutableArray *const titles = [NSMutableArray array];
+  for (UIButton *button in buttons)
+    if ([button currentTitle]) [titles addObject:[NSString stringWithFormat:@"\"%@\"", [button currentTitle]]];
+  return [NSString stringWithFormat:@"no button that is shown has the title \"%@\"; the titles are %@", title,
+                                    [titles count] ? [titles componentsJoinedByString:@", "] : @"none"];
+}
+
+NSString *tap(UIApplication *application, NSDictionary *command) {
+  if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[ @"title" ])) return problem;
+  NSString *problem = nil;
+  NSString *const title = QVDeviceTextArgument(command, @"title", &problem);
+  if (!title) return problem;
+  if ((problem = notUsable(application))) return problem;
+  NSMutableArray *const buttons = [NSMutableArray array], *const meant = [NSMutableArray array];
+  for (UIWindow *window in [application windows])
+    collectButtons(window, buttons);
+  for (UIButton *button in buttons)
+    if ([[button currentTitle] isEqualToString:title]) [meant addObject:button];
+  if ([meant count] == 0) return noButton(title, buttons);
+  if ([meant count] > 1)
+    return [NSString
+        stringWithFormat:@"%lu buttons that are shown have the title \"%@\"", (unsigned long)[meant count], title];
+  UIButton *const button = [meant objectAtIndex:0];
+  if (![button isEnabled]) return [NSString stringWithFormat:@"the button \"%@\" is disabled", title];
+  const CGRect bounds = [button bounds];
+  CGPoint point = [button convertPoint:CGPointMake(CGRectGetMidX(bounds), CGRectGetMidY(bounds)) toView:nil];
+  point.x += [[button window] frame].origin.x;
+  point.y += [[button window] frame].origin.y;
+  UIView *const hit = [[UITouch qvdevice_touchAtPoint:point] view];
+  if (![hit isDescendantOfView:button])
+    return [NSString stringWithFormat:@"a touch on the button \"%@\" would not reach it", title];
+  touchAt(application, point);
+  return nil;
+}
+
+NSString *perform(UIApplication *application, NSDictionary *command) {
+  if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[ @"action" ])) return problem;
+  NSString *problem = nil;
+  NSString *const action = QVDeviceTextArgument(command, @"action", &problem);
+  if (!action) return problem;
+  if ((problem = notUsable(application))) return problem;
+  if (![application sendAction:NSSelectorFromString(action) to:nil from:nil forEvent:nil])
+    return [NSString stringWithFormat:@"nobody answers \"%@\"", action];
+  QVDeviceTrace(@{@"kind" : @"input", @"event" : @"perform", @"action" : action});
+  return nil;
+}
+
+// Whoever is written into; nil, with the reason, when that is nobody.
+UIResponder<UIKeyInput> *writer(NSString **problem) {
+  UIResponder *const first = [UIResponder qvdevice_firstResponder];
+  if (!first) {
+    *problem = @"nothing is being edited: there is no first responder";
+    return nil;
+  }
+  if (![first respondsToSelector:@selector(insertText:)]) {
+    *problem = [NSString stringWithFormat:@"the first responder (%@) takes no text", NSStringFromClass([first class])];
+    return nil;
+  }
+  return (UIResponder<UIKeyInput> *)first;
+}
+
+NSString *type(UIApplication *application, NSDictionary *command) {
+  if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[ @"text" ])) return problem;
+  NSString *problem = nil;
+  NSString *const text = QVDeviceTextArgument(command, @"text", &problem);
+  if (!text) return problem;
+  if ((problem = notUsable(application))) return problem;
+  if (!writer(&problem)) return problem;
+  QVDeviceTrace(@{@"kind" : @"input", @"event" : @"type", @"text" : text});
+  // Key by key, as a keyboard does: each may change who is written into.
+  for (NSUInteger next = 0; next < [text length];) {
+    UIResponder<UIKeyInput> *const responder = writer(&problem);
+    if (!responder) return [NSString stringWithFormat:@"after %lu characters %@", (unsigned long)next, problem];
+    const NSRange key = [text rangeOfComposedCharacterSequenceAtIndex:next];
+    [responder insertText:[text substringWithRange:key]];
+    next = NSMaxRange(key);
+  }
+  return nil;
+}
+
+NSString *dictate(UIApplication *application, NSDictionary *command) {
+  if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[ @"text" ])) return problem;
+  NSString *problem = nil;
+  NSString *const text = QVDeviceTextArgument(command, @"text", &problem);
+  if (!text) return problem;
+  if ((problem = notUsable(application))) return problem;
+  UIResponder<UIKeyInput> *const responder = [[writer(&problem) retain] autorelease];
+  if (!responder) return problem;
+  [UITextInputMode qvdevice_setDictating:YES];
+  if (![responder isFirstResponder]) {
+    QVDeviceTrace(@{@"kind" : @"input", @"event" : @"dictationDismissed"});
+    [UITextInputMode qvdevice_setDictating:NO];
+    return @"dictation was dismissed";
+  }
+  [responder insertText:text];
+  QVDeviceTrace(@{@"kind" : @"input", @"event" : @"dictated", @"text" : text});
+  return nil;
+}
+
+NSString *keyboard(UIApplication *application, NSDictionary *command) {
+  if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[])) return problem;
+  if (NSString *const problem = notUsable(application)) return problem;
+  [UITextInputMode qvdevice_setDictating:NO];
+  return nil;
+}
+
+NSString *openURL(UIApplication *application, NSDictionary *command) {
+  if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[ @"url", @"sourceApplication", @"annotation" ]))
+    return problem;
+  NSString *problem = nil;
+  NSString *const text = QVDeviceTextArgument(command, @"url", &problem);
+  if (!text) return problem;
+  NSURL *const url = QVDeviceURLFrom(text, &problem);
+  if (!url) return problem;
+  NSString *const source = QVDeviceOptionalArgument(command, @"sourceApplication");
+  if (source && !QVDeviceTextArgument(command, @"sourceApplication", &problem)) return problem;
+  id const annotation = QVDeviceOptionalArgument(command, @"annotation");
+  [application qvdevice_bringToFrontForURL:[QVDeviceIncomingURL incomingURL:url sourceApplication:source
+                                                                 annotation:annotation]];
+  return nil;
+}
+
+} // namespace
+
+void QVDeviceTakeInputCommands(UIApplication *application) {
+  using Command = NSString *(*)(UIApplication *, NSDictionary *);
+  const struct {
+    NSString *verb;
+    Command command;
+  } commands[] = {
+      {@"touch", touch},     {@"tap", tap},           {@"perform", perform}, {@"type", type},
+      {@"dictate", dictate}, {@"keyboard", keyboard}, {@"openURL", openURL},
+  };
+  for (const auto &each : commands) {
+    const Command command = each.command;
+    QVDeviceSetControlHandler(each.verb, ^NSString *(NSDictionary *arguments) {
+      return command(application, arguments);
+    });
+  }
+}
