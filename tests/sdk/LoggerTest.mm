@@ -126,6 +126,15 @@ TEST(Logger, stillWritesToStandardOutputWhenItsFileCannotBeMade) {
   EXPECT_THAT(shownBy([] { [Zorbel wrapperLogAtLevel:0 format:@"text"]; }), MatchesRegex("[^ ]+ 0 text\n"));
 }
 
+TEST(Logger, whoseFileIsSuspendedWritesOnlyToStandardOutputUntilItGoesOn) {
+  [Zorbel wrapperLogAtLevel:0 format:@"before"];
+  [Zorbel setLoggingToFileSuspended:YES];
+  EXPECT_THAT(shownBy([] { [Zorbel wrapperLogAtLevel:0 format:@"meanwhile"]; }), MatchesRegex("[^ ]+ 0 meanwhile\n"));
+  [Zorbel setLoggingToFileSuspended:NO];
+  [Zorbel wrapperLogAtLevel:0 format:@"after"];
+  EXPECT_THAT(texts(), ElementsAre("0 before", "0 after"));
+}
+
 TEST(Logger, calledFromManyThreadsNeverMixesTheirLinesAndLosesNone) {
   constexpr int kThreads = 8;
   constexpr int kLines = 200;

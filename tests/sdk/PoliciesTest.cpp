@@ -41,6 +41,7 @@ TEST(Policies, ofAnEmptyObjectAreThoseOfAnAppThatNobodyHasEnrolled) {
   EXPECT_TRUE(policies.appInfo.is_null());
   EXPECT_TRUE(policies.zbPasteboardTypePrefixes.empty());
   EXPECT_TRUE(policies.appSchemes.empty());
+  EXPECT_FALSE(policies.delegateProxy);
 }
 
 TEST(Policies, takeEveryKey) {
@@ -49,7 +50,8 @@ TEST(Policies, takeEveryKey) {
     "authState": 1, "managedPolicy": 2, "openInPolicy": 2, "pasteboardPolicy": -7, "printPolicy": 1,
     "openInWhitelist": ["com.example.*"],
     "config": {"a": [1, null]}, "appInfo": {"token": {"base64": "AAEC"}, "name": "x"},
-    "zbPasteboardTypePrefixes": ["zb.%@"], "appSchemes": ["zb1", "zb2"]
+    "zbPasteboardTypePrefixes": ["zb.%@"], "appSchemes": ["zb1", "zb2"],
+    "delegateProxy": true
   })");
   EXPECT_TRUE(policies.ready);
   EXPECT_TRUE(policies.readyToTerminate);
@@ -64,6 +66,7 @@ TEST(Policies, takeEveryKey) {
   EXPECT_EQ(policies.appInfo["name"], "x");
   EXPECT_EQ(policies.zbPasteboardTypePrefixes, std::vector<std::string>{"zb.%@"});
   EXPECT_EQ(policies.appSchemes, (std::vector<std::string>{"zb1", "zb2"}));
+  EXPECT_TRUE(policies.delegateProxy);
 }
 
 TEST(Policies, tellAnEmptyWhitelistFromNone) {
@@ -76,6 +79,7 @@ TEST(Policies, withATypeThatIsWrongAreRefusedAtTheKeyWithWhatWasExpectedAndFound
   EXPECT_EQ(refused(R"({"ready": 1})"), "1:2: ready must be true or false, not the number 1");
   EXPECT_EQ(refused(R"({"readyToTerminate": "yes"})"), "1:2: readyToTerminate must be true or false, not a string");
   EXPECT_EQ(refused(R"({"checkInRequested": null})"), "1:2: checkInRequested must be true or false, not null");
+  EXPECT_EQ(refused(R"({"delegateProxy": 0})"), "1:2: delegateProxy must be true or false, not the number 0");
   EXPECT_EQ(refused(R"({"authState": true})"), "1:2: authState must be a whole number, not true");
   EXPECT_EQ(refused(R"({"managedPolicy": 1.5})"), "1:2: managedPolicy must be a whole number, not the number 1.5");
   EXPECT_EQ(refused(R"({"openInPolicy": "2"})"), "1:2: openInPolicy must be a whole number, not a string");

@@ -1,4 +1,4 @@
-#import <Foundation/Foundation.h>
+#import <UIKit/UIKit.h>
 #import <Zorbel/QVDeviceRecord.h>
 #import <Zorbel/Zorbel.h>
 
@@ -41,6 +41,92 @@ TEST(Record, doesNotKeepADelegateAlive) {
   [Zorbel initPrivateWithDelegate:delegate version:@"1" swizzledMethods:nil];
   EXPECT_EQ([delegate retainCount], 1u);
   [delegate release];
+}
+
+Zorbel *made() { return [Zorbel initPrivateWithDelegate:nil version:@"1" swizzledMethods:nil]; }
+
+TEST(Record, keepsEachAcknowledgementWithResultAndMessageInTheOrderOfTheCalls) {
+  Zorbel *const sdk = made();
+  [sdk authStateApplied:1 message:@"a"];
+  [sdk configApplied:2 message:@"b"];
+  [sdk openInPolicyApplied:1 message:nil];
+  [sdk pasteboardPolicyApplied:0 message:@"d"];
+  [sdk printPolicyApplied:-1 message:@""];
+  NSArray *const expected = @[
+    @{@"call" : @"authStateApplied:message:",
+      @"result" : @1,
+      @"message" : @"a"},
+    @{@"call" : @"configApplied:message:",
+      @"result" : @2,
+      @"message" : @"b"},
+    @{@"call" : @"openInPolicyApplied:message:",
+      @"result" : @1,
+      @"message" : [NSNull null]},
+    @{@"call" : @"pasteboardPolicyApplied:message:",
+      @"result" : @0,
+      @"message" : @"d"},
+    @{@"call" : @"printPolicyApplied:message:",
+      @"result" : @-1,
+      @"message" : @""},
+  ];
+  NSArray *const record = QVDeviceZorbelRecord();
+  EXPECT_TRUE([[record subarrayWithRange:NSMakeRange(1, [record count] - 1)] isEqual:expected])
+      << [[record description] UTF8String];
+}
+
+TEST(Record, keepsWhatTheAppDoesThroughTheSDK) {
+  Zorbel *const sdk = made();
+  UIEvent *const event = [[[UIEvent alloc] init] autorelease];
+  [sdk startWithLaunchOptions:nil];
+  [sdk startWithLaunchOptions:@{@"key" : @"value"}];
+  [sdk displayMessage:@"Not allowed"];
+  [sdk displayMessage:nil];
+  [sdk sendEvent:event];
+  [sdk postPasscodeExtensionResult:@{@"a" : @1}];
+  [Zorbel setLoggingToFileSuspended:YES];
+  [sdk willExit];
+  NSArray *const expected = @[
+    @{@"call" : @"startWithLaunchOptions:", @"launchOptions" : [NSNull null]},
+    @{@"call" : @"startWithLaunchOptions:",
+      @"launchOptions" : @{@"key" : @"value"}},
+    @{@"call" : @"displayMessage:", @"message" : @"Not allowed"},
+    @{@"call" : @"displayMessage:", @"message" : [NSNull null]},
+    @{@"call" : @"sendEvent:", @"event" : [NSValue valueWithNonretainedObject:event]},
+    @{@"call" : @"postPasscodeExtensionResult:",
+      @"result" : @{@"a" : @1}},
+    @{@"call" : @"setLoggingToFileSuspended:",
+      @"suspended" : @YES},
+    @{@"call" : @"willExit"},
+  ];
+  NSArray *const record = QVDeviceZorbelRecord();
+  EXPECT_TRUE([[record subarrayWithRange:NSMakeRange(1, [record count] - 1)] isEqual:expected])
+      << [[record description] UTF8String];
+}
+
+TEST(Record, doesNotKeepAnEventAlive) {
+  UIEvent *const event = [[UIEvent alloc] init];
+  [made() sendEvent:event];
+  EXPECT_EQ([event retainCount], 1u);
+  [event release];
+}
+
+TEST(Record, keepsWhoseDelegateItWas) {
+  NSObject *const delegate = [[[NSObject alloc] init] autorelease];
+  [made() setZorbelDelegate:(id)delegate];
+  EXPECT_TRUE([[entry(1) objectForKey:@"call"] isEqual:@"setZorbelDelegate:"]);
+  EXPECT_EQ([[entry(1) objectForKey:@"delegate"] nonretainedObjectValue], delegate);
+  [made() setZorbelDelegate:nil];
+  EXPECT_EQ([entry(3) objectForKey:@"delegate"], [NSNull null]);
+}
+
+TEST(Record, holdsNoQuestionsAndNoLogLines) {
+  Zorbel *const sdk = made();
+  [Zorbel wrapperLogAtLevel:0 format:@"text"];
+  [sdk isReady];
+  [sdk config];
+  [sdk zorbelDelegate];
+  [Zorbel isAppScheme:@"a://b"];
+  EXPECT_EQ([QVDeviceZorbelRecord() count], 1u);
 }
 
 TEST(SharedInstance, isNilUntilThePrivateInitialiserHasMadeIt) {
