@@ -122,7 +122,7 @@ NSString *perform(UIApplication *application, NSDictionary *command) {
 // Whoever is written into; nil, with the reason, when that is nobody.
 UIResponder<UIKeyInput> *writer(NSString **problem) {
   UIResponder *const first = [UIResponder qvdevice_firstResponder];
-  if (!first) {
+  if (!first || ([first isKindOfClass:[UIView class]] && [[(UIView *)first window] isHidden])) {
     *problem = @"nothing is being edited: there is no first responder";
     return nil;
   }

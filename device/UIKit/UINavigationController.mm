@@ -28,8 +28,9 @@
 }
 
 - (UIViewController *)visibleViewController {
-  UIViewController *const presented = [self presentedViewController];
-  return presented ? presented : [self topViewController];
+  for (UIViewController *each in @[ self, [self topViewController] ?: self ])
+    if (UIViewController *const presented = [each presentedViewController]) return presented;
+  return [self topViewController];
 }
 
 - (void)loadView {
@@ -49,17 +50,13 @@
 }
 
 - (void)qvdevice_check:(NSArray *)controllers {
-  for (UIViewController *each in controllers) {
+  for (UIViewController *each in controllers)
     if ([each isKindOfClass:[UINavigationController class]])
       [NSException raise:NSInvalidArgumentException format:@"Pushing a navigation controller is not supported"];
-    if ([controllers indexOfObjectIdenticalTo:each] != [controllers count] - 1 &&
-        [[controllers
-            subarrayWithRange:NSMakeRange([controllers indexOfObjectIdenticalTo:each] + 1,
-                                          [controllers count] - 1 - [controllers indexOfObjectIdenticalTo:each])]
-            indexOfObjectIdenticalTo:each] != NSNotFound)
-      [NSException raise:NSInvalidArgumentException
-                  format:@"Pushing the same view controller instance more than once is not supported (%@)", each];
-  }
+  if ([[NSSet setWithArray:controllers] count] != [controllers count])
+    [NSException raise:NSInvalidArgumentException
+                format:@"Pushing the same view controller instance more than once is not supported (%@)",
+                       [controllers lastObject]];
 }
 
 // Every way of going from one list of controllers to the next.

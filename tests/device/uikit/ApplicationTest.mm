@@ -75,6 +75,18 @@ TEST(Application, ItsPrivateTerminationEndsItTheSameWay) {
   EXPECT_EQ(WEXITSTATUS(status), 0);
 }
 
+TEST(Application, ItsPrivateTerminationEndsItFromAnotherThreadToo) {
+  Lifecycle app({"LIFECYCLE_DO=terminate elsewhere", R"(QVDEVICE_SETTINGS={"systemVersion":"5.1.1"})"});
+  const Lines said = app.rest();
+  EXPECT_EQ(std::count_if(said.begin(), said.end(), [](const auto &line) {
+              return line.find("applicationWillTerminate ") == 0;
+            }), 1);
+  const int status = app.end();
+  EXPECT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_EQ(app.events().back(), "willTerminate");
+}
+
 TEST(Application, LeftAloneItGoesOnWithoutUsingTheProcessor) {
   Lifecycle app;
   app.until(active);
@@ -149,6 +161,11 @@ TEST(Application, EveryChangeOfAStoredClassIsTracedOnceAndNothingElse) {
 TEST(Application, APadSaysThatItIsOne) {
   Lifecycle app({"LIFECYCLE_DO=device", "QVDEVICE_SETTINGS={\"idiom\":\"pad\",\"systemVersion\":\"11.4\"}"});
   EXPECT_EQ(app.until(active).at(2), "iPad iOS 11.4, idiom 1, screen 820 x 1180 [inactive]");
+}
+
+TEST(Application, ADeviceMayHaveASystemOlderThanMost) {
+  Lifecycle app({"LIFECYCLE_DO=device", R"(QVDEVICE_SETTINGS={"systemVersion":"5.1.1"})"});
+  EXPECT_EQ(app.until(active).at(2), "iPhone iOS 5.1.1, idiom 0, screen 390 x 844 [inactive]");
 }
 
 TEST(Application, APrincipalClassOfTheAppsOwnIsTaken) {

@@ -87,6 +87,14 @@ TEST(OpenURL, ForADelegateThatTakesNoneIsOnlyTraced) {
   EXPECT_EQ(app.inputs(), Lines{R"({"event":"openURL","sourceApplication":"com.example.mail","url":"a:b"})"});
 }
 
+TEST(OpenURL, BelowSystem9DoesNotReachADelegateThatOnlyHasTheNewestMethod) {
+  InputApp app({"INPUT_DELEGATE=OptionsOnlyDelegate", system("8.4.1")});
+  app.until("active");
+  EXPECT_EQ(app.command(R"({"do":"openURL","url":"a:b"})"), ok);
+  EXPECT_EQ(app.command("terminate"), ok);
+  EXPECT_EQ(app.rest(), Lines{"will terminate"});
+}
+
 TEST(OpenURL, BringsAnAppFromTheBackgroundAndComesBeforeItIsActive) {
   InputApp app({"INPUT_DELEGATE=HandleURLDelegate"});
   app.until("active");

@@ -247,6 +247,20 @@ const char *phaseOf(UITouch *touch) { return [touch phase] == UITouchPhaseBegan 
 }
 @end
 
+// Has nothing but the newest.
+@interface OptionsOnlyDelegate : InputDelegate
+@end
+
+@implementation OptionsOnlyDelegate
+- (BOOL)application:(UIApplication *)application openURL:(NSURL *)url options:(NSDictionary *)options {
+  (void)application;
+  (void)url;
+  (void)options;
+  say(@"open with options");
+  return YES;
+}
+@end
+
 int main(int argc, char *argv[]) {
   @autoreleasepool {
     const char *const delegate = std::getenv("INPUT_DELEGATE");

@@ -201,6 +201,15 @@ TEST(Dictate, EndsWithTheEditing) {
                    "input mode en-US, identifier en_US@sw=QWERTY;hw=Automatic", "editing ends with \"words\""}));
 }
 
+TEST(Dictate, TwiceAddsToTheTextAndTellsOfTheModeOnce) {
+  InputApp app;
+  app.edit();
+  EXPECT_EQ(app.command(R"({"do":"dictate","text":"one"})"), ok);
+  EXPECT_EQ(app.command(R"({"do":"dictate","text":" two"})"), ok);
+  EXPECT_EQ(app.until("text \"one two\""),
+            (Lines{"input mode dictation, identifier dictation", "text \"one\"", "text \"one two\""}));
+}
+
 TEST(Dictate, WithoutAFirstResponderIsRefusedAndNobodyIsTold) {
   InputApp app;
   EXPECT_EQ(app.command(R"({"do":"dictate","text":"words"})"),

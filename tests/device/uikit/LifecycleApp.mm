@@ -4,6 +4,8 @@
 
 #import <UIKit/UIKit.h>
 
+#include <dispatch/dispatch.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -87,6 +89,10 @@ void showDevice() {
   if (asked("timer"))
     [NSTimer scheduledTimerWithTimeInterval:0.01 target:self selector:@selector(tick:) userInfo:nil repeats:YES];
   if (asked("terminate")) [application performSelector:@selector(terminateWithSuccess) withObject:nil afterDelay:0];
+  if (asked("terminate elsewhere"))
+    dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_HIGH, 0), ^{
+      [application performSelector:NSSelectorFromString(@"terminateWithSuccess")];
+    });
   [self setWindow:[[[UIWindow alloc] initWithFrame:[[UIScreen mainScreen] bounds]] autorelease]];
   [_window setRootViewController:[[[UIViewController alloc] init] autorelease]];
   [_window makeKeyAndVisible];
