@@ -115,9 +115,11 @@ void AppProcess::readUntilQuiet(Clock::duration span, Clock::duration limit) {
   }
 }
 
-std::optional<std::string> AppProcess::tell(const std::string& verb, Clock::duration limit) {
-  const std::string command = nlohmann::json{{"do", verb}}.dump() + "\n";
-  if (send(control_, command.data(), command.size(), MSG_NOSIGNAL) < 0) {
+std::optional<std::string> AppProcess::tell(const nlohmann::ordered_json& command, Clock::duration limit) {
+  const std::string line = command.dump() + "\n";
+  if (send(control_, line.data(), line.size(), MSG_NOSIGNAL) < 0) {
+    // Nobody is there to be told: it is ending, or has shut its ears.
+    readUntil([] { return false; }, limit);
     return std::nullopt;
   }
   if (!readUntil([this] { return answers_.find('\n') != std::string::npos; }, limit)) {

@@ -26,8 +26,9 @@ public:
   /// Reads until the app has been silent for `span`, at most for `limit`.
   void readUntilQuiet(Clock::duration span, Clock::duration limit);
 
-  /// Tells the app to do something; the reason when it will not, empty when it has. Nothing when there is no answer.
-  std::optional<std::string> tell(const std::string& verb, Clock::duration limit);
+  /// Tells the app to do something; the reason when it will not, empty when it has. Nothing when there is no answer:
+  /// it has ended, or the time is up.
+  std::optional<std::string> tell(const nlohmann::ordered_json& command, Clock::duration limit);
 
   /// The status that waitpid gave, once the app has ended and all that it said has been read.
   std::optional<int> ended() const { return ended_; }

@@ -1,99 +1,201 @@
 #include "Events.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <fstream>
 #include <string_view>
 
+#include "EventLine.h"
 #include "Failure.h"
 #include "NearestName.h"
+#include "Policies.h"
 
 namespace qvdevice {
 
 namespace {
 
-struct Verb {
-  std::string_view name;
-  std::string_view verb;
-};
+using Json = nlohmann::ordered_json;
+using Kind = Event::Kind;
 
-constexpr std::array<Verb, 5> kVerbs{{{"activate", "becomeActive"},
-                                      {"resign", "resignActive"},
-                                      {"background", "enterBackground"},
-                                      {"foreground", "enterForeground"},
-                                      {"terminate", "terminate"}}};
-constexpr std::array<std::string_view, 6> kNames{"activate", "resign", "background", "foreground", "terminate", "wait"};
-constexpr std::string_view kBlank = " \t\r";
 constexpr int kLongestWait = 600'000;
 
-/// One line of an events file while it is being read.
-class Line {
-public:
-  Line(const std::filesystem::path& file, std::size_t number, std::string_view text)
-      : file_(file), number_(number), text_(text.substr(0, text.find('#'))) {}
+std::string quoted(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
-  std::string_view next() {
-    start_ = text_.find_first_not_of(kBlank, end_);
-    if (start_ == std::string_view::npos) {
-      start_ = end_;
-      return {};
-    }
-    end_ = std::min(text_.find_first_of(kBlank, start_), text_.size());
-    return text_.substr(start_, end_ - start_);
-  }
-
-  /// Refuses the word that next() gave last.
-  [[noreturn]] void refuse(const std::string& reason) const {
-    throw Failure(kBadInput,
-                  file_.string() + ":" + std::to_string(number_) + ":" + std::to_string(start_ + 1) + ": " + reason);
-  }
-
-  std::size_t number() const { return number_; }
-
-private:
-  const std::filesystem::path& file_;
-  std::size_t number_;
-  std::string_view text_;
-  std::size_t start_ = 0;
-  std::size_t end_ = 0;
-};
-
-std::chrono::milliseconds readWait(Line& line) {
-  const std::string_view word = line.next();
-  int value = -1;
-  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
-  if (word.empty() || error != std::errc() || end != word.data() + word.size() || value < 0 || value > kLongestWait) {
-    line.refuse("wait needs milliseconds, a whole number up to " + std::to_string(kLongestWait) +
-                (word.empty() ? "" : "; \"" + std::string(word) + "\" is none"));
-  }
-  return std::chrono::milliseconds(value);
+template <class Number> bool parsed(std::string_view word, Number& number) {
+  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+  return !word.empty() && error == std::errc() && end == word.data() + word.size();
 }
 
-Event readEvent(Line& line, std::string_view name) {
-  Event event{std::string(name), "", {}, line.number()};
-  if (name == "wait") {
-    event.wait = readWait(line);
-  } else {
-    for (const Verb& verb : kVerbs) {
-      if (verb.name == name) {
-        event.verb = verb.verb;
-      }
-    }
-    if (event.verb.empty()) {
-      line.refuse("there is no event \"" + std::string(name) + "\"; did you mean \"" +
-                  std::string(nearestName(name, kNames)) + "\"?");
-    }
+// Each reads what belongs to one event, behind its name.
+
+void readWait(EventLine& line, Event& event) {
+  const std::string_view word = line.word();
+  int value = -1;
+  if (!parsed(word, value) || value < 0 || value > kLongestWait) {
+    line.refuse("wait needs milliseconds, a whole number up to " + std::to_string(kLongestWait) +
+                (word.empty() ? "" : "; " + quoted(word) + " is none"));
   }
-  if (const std::string_view rest = line.next(); !rest.empty()) {
-    line.refuse("\"" + std::string(rest) + "\" is too much after " + event.name);
+  event.wait = std::chrono::milliseconds(value);
+}
+
+void readSet(EventLine& line, Event& event) {
+  const std::string key(line.word());
+  if (key.empty()) {
+    line.refuse("set needs a key of the policies and its value in JSON");
+  }
+  const std::size_t place = line.place();
+  Json values{{key, line.json("set " + key + " needs a value in JSON")}};
+  // What the SDK would refuse while the app runs is better known before.
+  const auto taken = zorbel::takeValues(values, {});
+  if (const auto* refusal = std::get_if<zorbel::Refusal>(&taken)) {
+    line.refuseAt(place, refusal->reason);
+  }
+  event.command["values"] = std::move(values);
+  if (line.atEnd()) {
+    return;
+  }
+  const Json message = line.json("");
+  if (!message.is_string()) {
+    line.refuse("the message must be a string in JSON, in quotes");
+  }
+  if (key != "authState") {
+    line.refuse("only authState has a message");
+  }
+  event.command["message"] = message;
+}
+
+bool hasScheme(std::string_view url) {
+  const auto colon = std::find(url.begin(), url.end(), ':');
+  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  return colon != url.end() && isLetter(url.front()) && std::all_of(url.begin(), colon, [&](char c) {
+           return isLetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
+         });
+}
+
+void readOpen(EventLine& line, Event& event) {
+  const std::string_view url = line.word();
+  if (!hasScheme(url)) {
+    line.refuse("open needs a URL with a scheme" + (url.empty() ? "" : "; " + quoted(url) + " is none"));
+  }
+  event.command["url"] = url;
+  if (line.atEnd()) {
+    return;
+  }
+  if (const std::string_view from = line.word(); from != "from") {
+    line.refuse(quoted(from) + " is too much after the URL, unless it is \"from\" and a bundle identifier");
+  }
+  const std::string_view source = line.word();
+  if (source.empty()) {
+    line.refuse("from needs the bundle identifier of the app that asks");
+  }
+  event.command["sourceApplication"] = source;
+}
+
+void readTouch(EventLine& line, Event& event) {
+  if (line.atEnd()) {
+    return;
+  }
+  for (const char* key : {"x", "y"}) {
+    const std::string_view word = line.word();
+    double value = 0;
+    if (!parsed(word, value) || !std::isfinite(value)) {
+      line.refuse("touch needs no place or two numbers, X and Y" +
+                  (word.empty() ? "" : "; " + quoted(word) + " is none"));
+    }
+    event.command[key] = value;
+  }
+}
+
+bool isSelector(std::string_view word) {
+  return !word.empty() && word.front() != ':' && (word.front() < '0' || word.front() > '9') &&
+         std::all_of(word.begin(), word.end(), [](char c) {
+           return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == ':';
+         });
+}
+
+void readPerform(EventLine& line, Event& event) {
+  const std::string_view word = line.word();
+  if (!isSelector(word)) {
+    line.refuse("perform needs a selector, as in copy:" + (word.empty() ? "" : "; " + quoted(word) + " is none"));
+  }
+  event.command["action"] = word;
+}
+
+void readTap(EventLine& line, Event& event) { event.command["title"] = line.text("tap needs a button's title"); }
+
+void readType(EventLine& line, Event& event) { event.command["text"] = line.text(event.name + " needs a text"); }
+
+void readNothing(EventLine&, Event&) {}
+
+struct Form {
+  std::string_view name;
+  Kind kind;
+  std::string_view verb; // that the app is told
+  void (*read)(EventLine&, Event&);
+};
+
+constexpr std::array kForms{Form{"activate", Kind::kCommand, "becomeActive", readNothing},
+                            Form{"resign", Kind::kCommand, "resignActive", readNothing},
+                            Form{"background", Kind::kCommand, "enterBackground", readNothing},
+                            Form{"foreground", Kind::kCommand, "enterForeground", readNothing},
+                            Form{"set", Kind::kCommand, "set", readSet},
+                            Form{"open", Kind::kCommand, "openURL", readOpen},
+                            Form{"touch", Kind::kCommand, "touch", readTouch},
+                            Form{"tap", Kind::kCommand, "tap", readTap},
+                            Form{"perform", Kind::kCommand, "perform", readPerform},
+                            Form{"type", Kind::kCommand, "type", readType},
+                            Form{"dictate", Kind::kCommand, "dictate", readType},
+                            Form{"keyboard", Kind::kCommand, "keyboard", readNothing},
+                            Form{"wait", Kind::kWait, "", readWait},
+                            Form{"ends", Kind::kEnds, "", readNothing},
+                            Form{"terminate", Kind::kTerminate, "terminate", readNothing}};
+
+const Form& formNamed(EventLine& line, std::string_view name) {
+  const auto* const form = std::find_if(kForms.begin(), kForms.end(), [name](const Form& f) { return f.name == name; });
+  if (form != kForms.end()) {
+    return *form;
+  }
+  std::array<std::string_view, kForms.size()> names;
+  std::transform(kForms.begin(), kForms.end(), names.begin(), [](const Form& f) { return f.name; });
+  line.refuse("there is no event " + quoted(name) + "; did you mean " + quoted(nearestName(name, names)) + "?");
+}
+
+Event makeEvent(std::string name, Kind kind, std::string_view verb, std::size_t line = 0) {
+  Event event{kind, std::move(name), {}, {}, line};
+  if (!verb.empty()) {
+    event.command["do"] = verb;
   }
   return event;
 }
 
+Event readEvent(EventLine& line, std::string_view name) {
+  const Form& form = formNamed(line, name);
+  Event event = makeEvent(std::string(name), form.kind, form.verb, line.number());
+  form.read(line, event);
+  if (const std::string_view rest = line.word(); !rest.empty()) {
+    line.refuse(quoted(rest) + " is too much after " + event.name);
+  }
+  return event;
+}
+
+bool isUtf8(const std::string& text) {
+  try {
+    return !Json(text).dump().empty();
+  } catch (const Json::type_error&) {
+    return false;
+  }
+}
+
+bool isEnd(const Event& event) { return event.kind == Kind::kTerminate || event.kind == Kind::kEnds; }
+
 } // namespace
 
 std::vector<Event> defaultEvents() {
-  return {{"resign", "resignActive"}, {"background", "enterBackground"}, {"terminate", "terminate"}};
+  return {makeEvent("resign", Kind::kCommand, "resignActive"),
+          makeEvent("background", Kind::kCommand, "enterBackground"),
+          makeEvent("terminate", Kind::kTerminate, "terminate")};
 }
 
 std::vector<Event> readEvents(const std::filesystem::path& file) {
@@ -102,21 +204,24 @@ std::vector<Event> readEvents(const std::filesystem::path& file) {
   std::string text;
   std::size_t number = 0;
   for (; std::getline(stream, text);) {
-    Line line(file, ++number, text);
-    const std::string_view name = line.next();
+    EventLine line(file, ++number, text);
+    if (!isUtf8(text)) {
+      line.refuse("this line is not UTF-8");
+    }
+    const std::string_view name = line.word();
     if (name.empty()) {
       continue;
     }
-    if (!events.empty() && events.back().verb == "terminate") {
-      line.refuse("nothing happens to an app after terminate");
+    if (!events.empty() && isEnd(events.back())) {
+      line.refuse("nothing happens to an app after " + events.back().name);
     }
     events.push_back(readEvent(line, name));
   }
   if (!stream.eof() || std::filesystem::is_directory(file)) {
     throw Failure(kNoInput, "the events file " + file.string() + " cannot be read");
   }
-  if (events.empty() || events.back().verb != "terminate") {
-    events.push_back({"terminate", "terminate"});
+  if (events.empty() || !isEnd(events.back())) {
+    events.push_back(makeEvent("terminate", Kind::kTerminate, "terminate"));
   }
   return events;
 }

@@ -35,8 +35,16 @@ public:
 
   void event(const Event& event) override {
     Json object{{"kind", "event"}, {"event", event.name}};
-    if (event.verb.empty()) {
+    if (event.line != 0) {
+      object["line"] = event.line;
+    }
+    if (event.kind == Event::Kind::kWait) {
       object["milliseconds"] = event.wait.count();
+    }
+    for (const auto& [key, value] : event.command.items()) {
+      if (key != "do") {
+        object[key] = value;
+      }
     }
     print(object);
   }

@@ -44,7 +44,7 @@ public:
   virtual void end(const std::vector<Item>& items, const Outcome& outcome) = 0;
 };
 
-/// For people. `verbose` shows the log's details and the SDK's calls too.
+/// For people. `verbose` shows details too: of the log, each step, each event of the user that the SDK hears of.
 std::unique_ptr<Report> makeTextReport(bool verbose, bool colour);
 /// For programs: one JSON object a line.
 std::unique_ptr<Report> makeJsonReport();

@@ -14,6 +14,11 @@ struct RunOptions {
   std::string systemVersion = "17.0";
   std::string idiom = "phone";
   std::string defaultProtection = "NSFileProtectionNone";
+  /// What the app is launched with: a URL, and the app that asked for it.
+  std::optional<std::string> launchUrl;
+  std::optional<std::string> launchSource;
+  /// The application does not know the platform's own way to end itself.
+  bool withoutTerminateWithSuccess = false;
   bool keep = false;
   bool noLibrary = false;
   bool json = false;

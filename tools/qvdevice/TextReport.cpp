@@ -1,4 +1,5 @@
 #include "Report.h"
+#include "Words.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -13,45 +14,6 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 enum class Colour { kNone, kBold, kDim, kGreen, kRed, kCyan };
-
-std::string inWords(const std::string& protection) {
-  static const std::map<std::string, std::string> kWords{
-      {"NSFileProtectionNone", "none"},
-      {"NSFileProtectionComplete", "complete"},
-      {"NSFileProtectionCompleteUnlessOpen", "complete unless open"},
-      {"NSFileProtectionCompleteUntilFirstUserAuthentication", "complete until first user authentication"}};
-  const auto words = kWords.find(protection);
-  return words == kWords.end() ? protection : words->second;
-}
-
-std::string lifecycleInWords(const std::string& event) {
-  static const std::map<std::string, std::string> kWords{{"willFinishLaunching", "the app is being launched"},
-                                                         {"didFinishLaunching", "the app has been launched"},
-                                                         {"didBecomeActive", "the app is active: it is on the screen"},
-                                                         {"willResignActive", "the app is no longer active"},
-                                                         {"didEnterBackground", "the app is in the background"},
-                                                         {"willEnterForeground", "the app comes to the foreground"},
-                                                         {"willTerminate", "the app is about to end"}};
-  const auto words = kWords.find(event);
-  return words == kWords.end() ? event : words->second;
-}
-
-std::string textOf(const Json& object, const char* key) {
-  const auto value = object.find(key);
-  return value != object.end() && value->is_string() ? value->get<std::string>() : std::string();
-}
-
-/// A call at the SDK with its arguments: "name: (delegate nil, version 4.2.0.18)".
-std::string callInWords(const Json& record) {
-  std::string arguments;
-  for (const auto& [name, value] : record.items()) {
-    if (name != "kind" && name != "t" && name != "call") {
-      arguments += (arguments.empty() ? "" : ", ") + name + " ";
-      arguments += value.is_null() ? "nil" : value.is_string() ? value.get<std::string>() : value.dump();
-    }
-  }
-  return textOf(record, "call") + (arguments.empty() ? "" : " (" + arguments + ")");
-}
 
 std::string padded(std::string text, std::size_t width) {
   // Continuation bytes of UTF-8 take no room on the screen.
@@ -117,16 +79,19 @@ public:
     } else if (kind == "protection") {
       protection(record);
     } else if (kind == "sdk") {
-      entry("sdk", callInWords(record));
+      call(record);
     } else if (verbose_) {
       entry(kind, record.dump(-1, ' ', false, Json::error_handler_t::replace), Colour::kDim);
     }
   }
 
   void event(const Event& event) override {
-    if (verbose_) {
-      entry("event", event.name + (event.verb.empty() ? " " + std::to_string(event.wait.count()) + " ms" : ""),
-            Colour::kDim);
+    // A step of the app's life tells of itself.
+    static const std::set<std::string> kSteps{"activate",  "resign", "background", "foreground",
+                                              "terminate", "wait",   "ends"};
+    const bool step = kSteps.contains(event.name);
+    if (verbose_ || !step) {
+      entry("event", eventInWords(event), step ? Colour::kDim : Colour::kCyan);
     }
   }
 
@@ -163,6 +128,20 @@ private:
       return;
     }
     entry("log " + std::to_string(level), textOf(record, "text"), level == 0 ? Colour::kRed : Colour::kNone);
+  }
+
+  void call(const Json& record) {
+    const std::string name = textOf(record, "call");
+    if (name == "displayMessage:") {
+      const Json message = record.value("message", Json());
+      entry("message", message.is_string() ? message.get<std::string>() : "(without a text)", Colour::kBold);
+    } else if (name == "sendEvent:") {
+      if (verbose_) {
+        entry("sdk", callInWords(record), Colour::kDim);
+      }
+    } else {
+      entry("sdk", callInWords(record));
+    }
   }
 
   void protection(const Json& record) {

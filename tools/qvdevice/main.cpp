@@ -29,8 +29,14 @@ static void addRun(CLI::App& run, RunOptions& options) {
   run.add_option("APP", options.app, "The app: a folder with an Info.plist and an executable")->required();
   run.add_option("--policies", options.policies, "What the management SDK lays down: a JSON file");
   run.add_option("--events", options.events,
-                 "What happens to the app: a file with one of activate, resign, background, foreground, terminate, "
-                 "wait MILLISECONDS a line; without it the app is used, put away and ended");
+                 "What happens to the app: a file with one event a line (docs/qvdevice.md), of activate, resign, "
+                 "background, foreground, set KEY JSON [MESSAGE], open URL [from BUNDLEID], touch [X Y], tap TITLE, "
+                 "perform SELECTOR, type TEXT, dictate TEXT, keyboard, wait MILLISECONDS, ends, terminate; without it "
+                 "the app is used, put away and ended");
+  CLI::Option* url =
+      run.add_option("--launch-url", options.launchUrl, "A URL that the app is launched with, to open it");
+  run.add_option("--launch-source", options.launchSource, "The bundle identifier of the app that asked for that URL")
+      ->needs(url);
   run.add_option("--system-version", options.systemVersion, "The device's system version")->capture_default_str();
   run.add_option("--idiom", options.idiom, "phone or pad")
       ->check(CLI::IsMember({"phone", "pad"}))
@@ -40,11 +46,14 @@ static void addRun(CLI::App& run, RunOptions& options) {
       ->check(CLI::IsMember({"NSFileProtectionNone", "NSFileProtectionComplete", "NSFileProtectionCompleteUnlessOpen",
                              "NSFileProtectionCompleteUntilFirstUserAuthentication", "absent"}))
       ->capture_default_str();
+  run.add_flag("--without-terminate-with-success", options.withoutTerminateWithSuccess,
+               "The application does not answer to terminateWithSuccess");
   run.add_option("--container", options.container, "The app's container, kept; without it a fresh one, removed after");
   run.add_flag("--keep", options.keep, "Leave the fresh container behind and say where it is");
   run.add_flag("--no-library", options.noLibrary, "Run the app by itself, to compare");
   run.add_flag("--json", options.json, "One JSON object a line instead of text");
-  run.add_flag("--verbose", options.verbose, "Show the log's details and the SDK's calls too");
+  run.add_flag("--verbose", options.verbose,
+               "Show details too: of the log, each step and each of the user's events that the SDK hears of");
   run.add_option("--timeout", options.timeoutSeconds, "Seconds that the app may take to start, to answer, to end")
       ->check(CLI::Range(1, 3600))
       ->capture_default_str();

@@ -1,0 +1,139 @@
+#include "AppRun.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include <sys/wait.h>
+
+#include "Failure.h"
+
+namespace qvdevice {
+
+/// An app that says nothing for so long has nothing more to do of its own accord.
+static constexpr auto kIdle = std::chrono::milliseconds(300);
+/// After an event, before the next one.
+static constexpr auto kSettled = std::chrono::milliseconds(100);
+
+// Statuses by which the device and the SDK refuse to go on, before any code of the app.
+static constexpr int kDeviceRefused = 78;
+static constexpr int kPoliciesRefused = 65;
+
+static std::string at(const Event& event) {
+  return event.line == 0 ? "" : "(line " + std::to_string(event.line) + " of the events) ";
+}
+
+AppRun::AppRun(std::string name, std::chrono::seconds limit, Report& report)
+    : name_(std::move(name)), limit_(limit),
+      limitText_(std::to_string(limit.count()) + (limit.count() == 1 ? " second" : " seconds")), report_(report) {
+  stream_.onLine = [this](const std::string& text) {
+    lastLine_ = text;
+    report_.line(text);
+  };
+  stream_.onRecord = [this](const nlohmann::ordered_json& record) {
+    note(record);
+    report_.record(record);
+  };
+}
+
+void AppRun::note(const nlohmann::ordered_json& record) {
+  const std::string kind = record.value("kind", "");
+  if (kind == "lifecycle") {
+    launched_ = true;
+    active_ = active_ || record.value("event", "") == "didBecomeActive";
+    ending_ = ending_ || record.value("event", "") == "willTerminate";
+  } else if (kind == "sdk") {
+    ending_ = ending_ || record.value("call", "") == "willExit";
+  }
+}
+
+Outcome AppRun::play(Launch launch, const std::vector<Event>& events) {
+  AppProcess app(std::move(launch), stream_);
+  if (!app.readUntil([this] { return active_; }, limit_)) {
+    return app.ended() ? endedByItself(*app.ended(), events) : hung("was not active after " + limitText_);
+  }
+  app.readUntilQuiet(kIdle, limit_);
+  for (Unplayed rest = events; !rest.empty(); rest = rest.subspan(1)) {
+    const Event& event = rest.front();
+    if (app.ended() && event.kind != Event::Kind::kEnds) {
+      return endedByItself(*app.ended(), rest);
+    }
+    report_.event(event);
+    switch (event.kind) {
+    case Event::Kind::kWait:
+      app.readUntil([] { return false; }, event.wait);
+      break;
+    case Event::Kind::kTerminate:
+      return terminate(app, event);
+    case Event::Kind::kEnds:
+      return awaitEnd(app, event);
+    case Event::Kind::kCommand:
+      if (const auto outcome = tell(app, event, rest)) {
+        return *outcome;
+      }
+    }
+  }
+  return hung("was never told to end");
+}
+
+std::optional<Outcome> AppRun::tell(AppProcess& app, const Event& event, Unplayed rest) {
+  const auto answer = app.tell(event.command, limit_);
+  if (!answer && !app.ended()) {
+    return hung(at(event) + "gave no answer in " + limitText_);
+  }
+  if (answer && !answer->empty()) {
+    return Outcome{kAppFailed, name_ + " " + at(event) + "refused \"" + event.name + "\": " + *answer};
+  }
+  // Without an answer nobody knows whether it was the event that made the app end, or whether it came too late.
+  if (!answer && !(rest.size() > 1 && rest[1].kind == Event::Kind::kEnds)) {
+    return endedByItself(*app.ended(), rest);
+  }
+  app.readUntilQuiet(kSettled, limit_);
+  return std::nullopt;
+}
+
+Outcome AppRun::terminate(AppProcess& app, const Event& event) {
+  const auto answer = app.tell(event.command, limit_);
+  if (answer && !answer->empty()) {
+    return {kAppFailed, name_ + " " + at(event) + "refused \"" + event.name + "\": " + *answer};
+  }
+  if (!app.readUntil([&app] { return app.ended().has_value(); }, limit_)) {
+    return hung(at(event) + "did not end in " + limitText_);
+  }
+  const int status = *app.ended();
+  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    return endedByItself(status, {});
+  }
+  return {kDone, name_ + " was told to end and did, with status 0"};
+}
+
+Outcome AppRun::awaitEnd(AppProcess& app, const Event& event) {
+  if (!app.readUntil([&app] { return app.ended().has_value(); }, limit_)) {
+    return hung(at(event) + "did not end by itself in " + limitText_);
+  }
+  return endedByItself(*app.ended(), {});
+}
+
+Outcome AppRun::endedByItself(int status, Unplayed unplayed) const {
+  if (WIFSIGNALED(status)) {
+    return {kAppFailed, name_ + " crashed by signal " + std::to_string(WTERMSIG(status)) + " (" +
+                            strsignal(WTERMSIG(status)) + ")"};
+  }
+  const int code = WEXITSTATUS(status);
+  if (!launched_ && (code == kDeviceRefused || code == kPoliciesRefused)) {
+    return {code == kPoliciesRefused ? kBadInput : kCannotStart, name_ + " could not start: " + lastLine_};
+  }
+  if (code != 0 || !ending_) {
+    return {kAppFailed, name_ + " ended by itself with status " + std::to_string(code) + ", which a real app does not"};
+  }
+  const auto missed =
+      std::find_if(unplayed.begin(), unplayed.end(), [](const Event& event) { return event.line != 0; });
+  if (missed != unplayed.end()) {
+    return {kAppFailed, name_ + " ended by itself in good order, but before line " + std::to_string(missed->line) +
+                            " of the events (\"" + missed->name + "\") was done"};
+  }
+  return {kDone, name_ + " ended by itself in good order, with status 0"};
+}
+
+Outcome AppRun::hung(const std::string& how) const { return {kAppHung, name_ + " " + how + " and was ended"}; }
+
+} // namespace qvdevice

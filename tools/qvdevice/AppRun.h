@@ -1,0 +1,50 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "AppProcess.h"
+#include "Events.h"
+#include "Report.h"
+#include "Stream.h"
+
+namespace qvdevice {
+
+/// One run of one app, from its launch to its end.
+class AppRun {
+public:
+  /// `name` is the app's; it may take `limit` to start, to answer, to end.
+  AppRun(std::string name, std::chrono::seconds limit, Report& report);
+  AppRun(const AppRun&) = delete;
+  AppRun& operator=(const AppRun&) = delete;
+
+  /// Throws std::system_error when the app cannot be started at all.
+  Outcome play(Launch launch, const std::vector<Event>& events);
+
+private:
+  using Unplayed = std::span<const Event>;
+
+  void note(const nlohmann::ordered_json& record);
+  std::optional<Outcome> tell(AppProcess& app, const Event& event, Unplayed afterwards);
+  Outcome terminate(AppProcess& app, const Event& event);
+  Outcome awaitEnd(AppProcess& app, const Event& event);
+
+  Outcome endedByItself(int status, Unplayed unplayed) const;
+  Outcome hung(const std::string& how) const;
+
+  std::string name_;
+  AppProcess::Clock::duration limit_;
+  std::string limitText_;
+  Report& report_;
+  Stream stream_;
+  std::string lastLine_;
+  bool launched_ = false;
+  bool active_ = false;
+  /// It has said that it is about to end.
+  bool ending_ = false;
+};
+
+} // namespace qvdevice

@@ -1,0 +1,94 @@
+#include "Words.h"
+
+#include <map>
+
+namespace qvdevice {
+
+using Json = nlohmann::ordered_json;
+
+std::string textOf(const Json& object, const char* key) {
+  const auto value = object.find(key);
+  return value != object.end() && value->is_string() ? value->get<std::string>() : std::string();
+}
+
+std::string inWords(const std::string& protection) {
+  static const std::map<std::string, std::string> kWords{
+      {"NSFileProtectionNone", "none"},
+      {"NSFileProtectionComplete", "complete"},
+      {"NSFileProtectionCompleteUnlessOpen", "complete unless open"},
+      {"NSFileProtectionCompleteUntilFirstUserAuthentication", "complete until first user authentication"}};
+  const auto words = kWords.find(protection);
+  return words == kWords.end() ? protection : words->second;
+}
+
+std::string lifecycleInWords(const std::string& event) {
+  static const std::map<std::string, std::string> kWords{{"willFinishLaunching", "the app is being launched"},
+                                                         {"didFinishLaunching", "the app has been launched"},
+                                                         {"didBecomeActive", "the app is active: it is on the screen"},
+                                                         {"willResignActive", "the app is no longer active"},
+                                                         {"didEnterBackground", "the app is in the background"},
+                                                         {"willEnterForeground", "the app comes to the foreground"},
+                                                         {"willTerminate", "the app is about to end"}};
+  const auto words = kWords.find(event);
+  return words == kWords.end() ? event : words->second;
+}
+
+static std::string dumped(const Json& value) { return value.dump(-1, ' ', false, Json::error_handler_t::replace); }
+
+std::string callInWords(const Json& record) {
+  std::string arguments;
+  for (const auto& [name, value] : record.items()) {
+    if (name != "kind" && name != "t" && name != "call") {
+      arguments += (arguments.empty() ? "" : ", ") + name + " ";
+      arguments += value.is_null() ? "nil" : value.is_string() ? value.get<std::string>() : dumped(value);
+    }
+  }
+  return textOf(record, "call") + (arguments.empty() ? "" : " (" + arguments + ")");
+}
+
+static std::string setInWords(const Json& command) {
+  std::string words = "the administrator sets";
+  for (const auto& [key, value] : command["values"].items()) {
+    words += " " + key + " to " + dumped(value);
+  }
+  return words + (command.contains("message") ? ", with the message " + dumped(command["message"]) : "");
+}
+
+std::string eventInWords(const Event& event) {
+  const Json& command = event.command;
+  if (event.kind == Event::Kind::kWait) {
+    return "nothing for " + std::to_string(event.wait.count()) + " ms";
+  }
+  if (event.kind == Event::Kind::kEnds) {
+    return "the app has to end by itself now";
+  }
+  if (event.name == "set") {
+    return setInWords(command);
+  }
+  if (event.name == "open") {
+    const std::string source = textOf(command, "sourceApplication");
+    return "the system hands over the URL " + textOf(command, "url") + (source.empty() ? "" : " from " + source);
+  }
+  if (event.name == "touch") {
+    return "the user touches the screen" +
+           (command.contains("x") ? " at " + dumped(command["x"]) + ", " + dumped(command["y"]) : "");
+  }
+  if (event.name == "tap") {
+    return "the user taps " + dumped(command["title"]);
+  }
+  if (event.name == "perform") {
+    return "the user asks for " + textOf(command, "action");
+  }
+  if (event.name == "type") {
+    return "the user types " + dumped(command["text"]);
+  }
+  if (event.name == "dictate") {
+    return "the user dictates " + dumped(command["text"]);
+  }
+  if (event.name == "keyboard") {
+    return "the user goes back to the keyboard";
+  }
+  return event.name;
+}
+
+} // namespace qvdevice

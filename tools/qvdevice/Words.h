@@ -1,0 +1,24 @@
+// Words that tell a person what happens.
+#pragma once
+
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+#include "Events.h"
+
+namespace qvdevice {
+
+/// The text under a key; empty when there is none.
+std::string textOf(const nlohmann::ordered_json& object, const char* key);
+
+/// A protection class.
+std::string inWords(const std::string& protection);
+/// A step of the app's life, as the device's trace names it.
+std::string lifecycleInWords(const std::string& event);
+/// A call at the SDK with its arguments: "name: (delegate nil, version 4.2.0.18)".
+std::string callInWords(const nlohmann::ordered_json& record);
+/// What is done to the app.
+std::string eventInWords(const Event& event);
+
+} // namespace qvdevice
