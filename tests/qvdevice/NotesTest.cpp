@@ -2,6 +2,7 @@
 #include "Program.h"
 
 #include <map>
+#include <set>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -33,7 +34,7 @@ std::vector<std::string> failuresIn(const std::string& output) {
 TEST(Notes, logsTheStartUpOfTheLibraryInItsFixedOrderBeforeItIsLaunched) {
   std::vector<std::string> lines;
   for (const auto& object : objectsOf(notes().out)) {
-    if (object["kind"] == "lifecycle") {
+    if (object["kind"] == "sdk") { // the SDK's object is made last
       break;
     }
     if (object["kind"] == "log") {
@@ -90,10 +91,40 @@ TEST(Notes, reportsItsFailedWritesWordForWordAsWithoutTheLibrary) {
   EXPECT_EQ(with, without);
 }
 
-TEST(Notes, logsNothingAtLevelZero) {
+TEST(Notes, hasItsDelegateTakenOverAndIsToldNothingOfIt) {
+  std::vector<std::string> lines;
   for (const auto& object : objectsOf(notes().out, "log")) {
-    EXPECT_NE(object["level"], 0) << object;
+    const std::string text = object["text"];
+    if (object["level"] == 3 && text.starts_with("-[")) {
+      lines.push_back(text);
+    }
   }
+  const std::string wrapped = "-[ZBWrappedApplicationDelegate zb_";
+  std::vector<std::string> events;
+  for (const std::string& line : lines) {
+    if (line.starts_with(wrapped) && line.find("indow]") == std::string::npos &&
+        line.find("indow:]") == std::string::npos) {
+      events.push_back(line.substr(wrapped.size()));
+    }
+  }
+  ASSERT_FALSE(lines.empty());
+  EXPECT_THAT(lines.front(), HasSubstr("-[UIApplication(Sandbox) sb_setDelegate:]: Setting delegate <AppDelegate: 0x"));
+  EXPECT_THAT(events,
+              ElementsAre("application:willFinishLaunchingWithOptions:]", "application:didFinishLaunchingWithOptions:]",
+                          "applicationDidBecomeActive:]", "applicationWillResignActive:]",
+                          "applicationDidEnterBackground:]", "applicationWillTerminate:]"));
+}
+
+TEST(Notes, logsAtLevelZeroOnlyWhatEveryAppMakesTheLibraryLogThere) {
+  std::set<std::string> texts;
+  for (const auto& object : objectsOf(notes().out, "log")) {
+    if (object["level"] == 0) {
+      const std::string text = object["text"];
+      texts.insert(text.substr(0, text.find(": 0x"))); // an address differs from run to run
+    }
+  }
+  EXPECT_THAT(texts, ElementsAre("-[UIApplication(Sandbox) sb_delegate] Returning delegate <AppDelegate",
+                                 "Missing implementation for zb_application:shouldAllowExtensionPointIdentifier:"));
 }
 
 TEST(Notes, shownToAPersonTellsWhatHappensInOrderAndEndsWithASummary) {

@@ -2,11 +2,13 @@
 // before any code of the host app's own:
 //
 //   1. the library's methods and classes become known to the runtime
-//   2. QVSandboxInit
+//   2. UIApplication's methods are exchanged
+//   3. QVSandboxInit
 //
-// Both stand in this file because that is what fixes their order on both targets.
+// They stand in this file because that is what fixes their order on both targets.
 #include "QVSandboxInit.hpp"
 
+#include "../lifecycle/UIApplication+Sandbox.hpp"
 #include "../platform/Foundation/NSFileManager.hpp"
 #include "../platform/Foundation/NSPathUtilities.hpp"
 #include "../platform/Foundation/NSProcessInfo.hpp"
@@ -50,6 +52,7 @@ constexpr void (*installers[])() = {
 [[gnu::constructor(101)]] void load() {
   const AutoreleasePool pool;
   addMethodsAndClasses();
+  loadUIApplicationSandbox();
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 #include "methods.hpp"
 
 #include "../diagnostics/SBUtil.hpp"
+#include "../lifecycle/HiddenApplicationContentViewController.hpp"
+#include "../lifecycle/UIApplication+Sandbox.hpp"
+#include "../lifecycle/ZBWrappedApplicationDelegate.hpp"
 #include "../policy/Constants.hpp"
 #include "../policy/SBZorbelConfigHelper.hpp"
 #include "../policy/ZorbelUtil.hpp"
@@ -18,9 +21,8 @@ constexpr const Category* categories[] = {
 };
 
 constexpr Class (*classes[])() = {
-    &registerSBUtil,
-    &registerSBZorbelConfigHelper,
-    &registerZorbelUtil,
+    &registerHiddenApplicationContentViewController, &registerSBUtil,     &registerSBZorbelConfigHelper,
+    &registerZBWrappedApplicationDelegate,           &registerZorbelUtil,
 };
 
 constexpr const HookGroup* hookGroups[] = {
@@ -32,6 +34,7 @@ constexpr const HookGroup* hookGroups[] = {
     &NSKeyedArchiverSandbox,
     &NSPersistentStoreCoordinatorSandbox,
     &NSStringSandbox,
+    &UIApplicationSandbox,
     &UIDocumentSandbox,
 };
 

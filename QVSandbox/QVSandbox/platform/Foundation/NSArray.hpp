@@ -7,6 +7,8 @@ namespace qvsb {
 class NSArray : public NSObject {
   QVSB_HANDLE(NSArray, NSObject)
   QVSB_CLASS_METHOD(NSArray, array, "array")
+  QVSB_METHOD(NSUInteger, count, "count")
+  QVSB_METHOD(Object, objectAtIndex, "objectAtIndex:", NSUInteger)
   QVSB_METHOD(Object, firstObject, "firstObject")
 };
 

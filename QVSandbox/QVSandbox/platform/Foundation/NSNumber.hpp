@@ -7,6 +7,7 @@ namespace qvsb {
 class NSNumber : public NSObject {
   QVSB_HANDLE(NSNumber, NSObject)
   QVSB_METHOD(BOOL, boolValue, "boolValue")
+  QVSB_METHOD(NSUInteger, unsignedIntegerValue, "unsignedIntegerValue")
 };
 
 } // namespace qvsb

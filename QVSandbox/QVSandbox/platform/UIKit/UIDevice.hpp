@@ -1,0 +1,15 @@
+#pragma once
+
+#include "../Foundation/NSObject.hpp"
+
+namespace qvsb {
+
+enum class UIUserInterfaceIdiom : NSInteger { phone = 0, pad = 1 };
+
+class UIDevice : public NSObject {
+  QVSB_HANDLE(UIDevice, NSObject)
+  QVSB_CLASS_METHOD(UIDevice, currentDevice, "currentDevice")
+  QVSB_METHOD(UIUserInterfaceIdiom, userInterfaceIdiom, "userInterfaceIdiom")
+};
+
+} // namespace qvsb
