@@ -174,6 +174,16 @@ def main(build):
     table.value("system calls of a hooked write : by hand", f"{total['hooked']:g}", f"{total['byHand']:g}")
     table.value("system calls of a write alone : with bare calls", f"{total['alone']:g}", f"{total['bare']:g}")
 
+    application = bench.measure("bench_application")
+    runs = application["DelegateRequest"]
+    table.ratio("request for the delegate by the host : not hooked", runs, "hooked", "unhooked")
+    table.ratio("  the same 50 frames deeper : not hooked", runs, "hookedDeep", "unhooked")
+    for step, what in (("callStack", "the call stack"), ("image", "the image of an address")):
+        table.value(f"  its part: {what}", f"{middle(runs, lambda run: run[step]):.2f} ns")
+    runs = application["EventDelivery"]
+    table.ratio("event through sendEvent: : not hooked", runs, "hooked", "unhooked")
+    table.ratio("  the same while the SDK is not ready : not hooked", runs, "hookedNotReady", "unhooked")
+
     runs = bench.measure("bench_start_up")["StartUp"]
     table.start("start to main, with library : without", runs, "withLibrary", "app")
     table.start("  the same with the SDK alone : without", runs, "withSDK", "app")

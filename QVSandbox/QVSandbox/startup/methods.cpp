@@ -21,8 +21,11 @@ constexpr const Category* categories[] = {
 };
 
 constexpr Class (*classes[])() = {
-    &registerHiddenApplicationContentViewController, &registerSBUtil,     &registerSBZorbelConfigHelper,
-    &registerZBWrappedApplicationDelegate,           &registerZorbelUtil,
+    &registerHiddenApplicationContentViewController, //
+    &registerSBUtil,
+    &registerSBZorbelConfigHelper,
+    &registerZBWrappedApplicationDelegate,
+    &registerZorbelUtil,
 };
 
 constexpr const HookGroup* hookGroups[] = {

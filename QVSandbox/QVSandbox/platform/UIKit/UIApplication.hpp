@@ -15,6 +15,8 @@ class UIApplication : public NSObject {
   QVSB_HANDLE(UIApplication, NSObject)
   QVSB_CLASS_METHOD(UIApplication, sharedApplication, "sharedApplication")
   QVSB_METHOD(Object, delegate, "delegate")
+  /// The platform's own; not every release has it.
+  QVSB_METHOD(void, terminateWithSuccess, "terminateWithSuccess")
 };
 
 inline NSString UIApplicationLaunchOptionsURLKey() { return NSString(qvsbLaunchOptionsURLKey); }

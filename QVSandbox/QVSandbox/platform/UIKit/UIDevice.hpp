@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../Foundation/NSObject.hpp"
+#include "../Foundation/NSString.hpp"
 
 namespace qvsb {
 
@@ -9,6 +9,7 @@ enum class UIUserInterfaceIdiom : NSInteger { phone = 0, pad = 1 };
 class UIDevice : public NSObject {
   QVSB_HANDLE(UIDevice, NSObject)
   QVSB_CLASS_METHOD(UIDevice, currentDevice, "currentDevice")
+  QVSB_METHOD(NSString, systemVersion, "systemVersion")
   QVSB_METHOD(UIUserInterfaceIdiom, userInterfaceIdiom, "userInterfaceIdiom")
 };
 
