@@ -77,10 +77,9 @@ TEST(Application, ItsPrivateTerminationEndsItTheSameWay) {
 
 TEST(Application, ItsPrivateTerminationEndsItFromAnotherThreadToo) {
   Lifecycle app({"LIFECYCLE_DO=terminate elsewhere", R"(QVDEVICE_SETTINGS={"systemVersion":"5.1.1"})"});
-  const Lines said = app.rest();
-  EXPECT_EQ(std::count_if(said.begin(), said.end(), [](const auto &line) {
-              return line.find("applicationWillTerminate ") == 0;
-            }), 1);
+  app.until(active);
+  EXPECT_EQ(app.rest(),
+            (Lines{"applicationWillTerminate [active]", "UIApplicationWillTerminateNotification [active]"}));
   const int status = app.end();
   EXPECT_TRUE(WIFEXITED(status));
   EXPECT_EQ(WEXITSTATUS(status), 0);

@@ -89,10 +89,8 @@ void showDevice() {
   if (asked("timer"))
     [NSTimer scheduledTimerWithTimeInterval:0.01 target:self selector:@selector(tick:) userInfo:nil repeats:YES];
   if (asked("terminate")) [application performSelector:@selector(terminateWithSuccess) withObject:nil afterDelay:0];
-  if (asked("terminate elsewhere"))
-    dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_HIGH, 0), ^{
-      [application performSelector:NSSelectorFromString(@"terminateWithSuccess")];
-    });
+  // After the launch, which would go on beside the end.
+  if (asked("terminate elsewhere")) [self performSelector:@selector(terminateElsewhere) withObject:nil afterDelay:0];
   [self setWindow:[[[UIWindow alloc] initWithFrame:[[UIScreen mainScreen] bounds]] autorelease]];
   [_window setRootViewController:[[[UIViewController alloc] init] autorelease]];
   [_window makeKeyAndVisible];
@@ -103,6 +101,12 @@ void showDevice() {
   static int ticks = 0;
   if (++ticks == 3) [timer invalidate];
   say("tick");
+}
+
+- (void)terminateElsewhere {
+  dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_HIGH, 0), ^{
+    [[UIApplication sharedApplication] performSelector:NSSelectorFromString(@"terminateWithSuccess")];
+  });
 }
 
 - (void)raiseNow {
