@@ -1,6 +1,11 @@
 #pragma once
 
+#include <cstdint>
+
 #include "../platform/Foundation/NSDictionary.hpp"
+#include "../platform/Foundation/NSURL.hpp"
+#include "../platform/UIKit/UIApplication.hpp"
+#include "../platform/UIKit/UIViewController.hpp"
 #include "../platform/UIKit/UIWindow.hpp"
 
 namespace qvsb {
@@ -25,6 +30,31 @@ class QVZorbelDelegate : public NSObject {
   QVSB_METHOD(void, applicationWillTerminate, "applicationWillTerminate")
   QVSB_METHOD(void, applicationDidEnterBackground, "applicationDidEnterBackground")
   QVSB_METHOD(void, applicationWillEnterForeground, "applicationWillEnterForeground")
+
+  /// The last of those that are presented, one over the other, from this controller on.
+  QVSB_CLASS_METHOD(UIViewController, getCurrentViewController, "getCurrentViewController:", UIViewController)
+
+  /// Tells the host delegate, if there is news, whether the SDK is ready and the app authorised and managed.
+  QVSB_METHOD(void, updateWrappedZorbelState, "updateWrappedZorbelState")
+  QVSB_METHOD(void, notifyAppDelegateWithZorbelState, "notifyAppDelegateWithZorbelState:", std::int64_t)
+
+  /// Begins or ends the capture of standard error, as the configuration has it.
+  QVSB_METHOD(void, triggerLogsInterception, "triggerLogsInterception")
+
+  QVSB_METHOD(void, addObservers, "addObservers")
+  QVSB_METHOD(void, removeObservers, "removeObservers")
+
+  QVSB_METHOD(void, _clearInternalState, "_clearInternalState")
+  /// Gives the host delegate what was held back; what its last part answered, YES without any.
+  QVSB_METHOD(BOOL, _replayPendingActions, "_replayPendingActions")
+  QVSB_METHOD(BOOL, _application_didFinishLaunchingWithOptions,
+              "_application:didFinishLaunchingWithOptions:", UIApplication, NSDictionary)
+  QVSB_METHOD(BOOL, _application_openURL_options, "_application:openURL:options:", UIApplication, NSURL, NSDictionary)
+  QVSB_METHOD(void, _checkIfReadyAndTerminate, "_checkIfReadyAndTerminate")
+  /// Returns at once; the process ends on a later turn of the main queue.
+  QVSB_METHOD(void, _applicationTerminate, "_applicationTerminate")
 };
+
+Class registerQVZorbelDelegate();
 
 } // namespace qvsb

@@ -2,6 +2,7 @@
 
 #include "../diagnostics/SBUtil.hpp"
 #include "../lifecycle/HiddenApplicationContentViewController.hpp"
+#include "../lifecycle/QVZorbelDelegate.hpp"
 #include "../lifecycle/UIApplication+Sandbox.hpp"
 #include "../lifecycle/ZBWrappedApplicationDelegate.hpp"
 #include "../policy/Constants.hpp"
@@ -26,6 +27,7 @@ constexpr Class (*classes[])() = {
     &registerSBZorbelConfigHelper,
     &registerZBWrappedApplicationDelegate,
     &registerZorbelUtil,
+    &registerQVZorbelDelegate,
 };
 
 constexpr const HookGroup* hookGroups[] = {

@@ -10,6 +10,7 @@ class NSArray : public NSObject {
   QVSB_METHOD(NSUInteger, count, "count")
   QVSB_METHOD(Object, objectAtIndex, "objectAtIndex:", NSUInteger)
   QVSB_METHOD(Object, firstObject, "firstObject")
+  QVSB_METHOD(Object, lastObject, "lastObject")
 };
 
 } // namespace qvsb

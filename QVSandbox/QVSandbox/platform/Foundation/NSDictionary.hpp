@@ -9,6 +9,7 @@ class NSMutableDictionary;
 class NSDictionary : public NSObject {
   QVSB_HANDLE(NSDictionary, NSObject)
   QVSB_CLASS_METHOD(NSDictionary, dictionaryWithObject_forKey, "dictionaryWithObject:forKey:", Object, Object)
+  QVSB_METHOD(NSUInteger, count, "count")
   QVSB_METHOD(Object, objectForKey, "objectForKey:", Object)
   QVSB_METHOD(Object, objectForKeyedSubscript, "objectForKeyedSubscript:", Object)
   QVSB_METHOD(Object, valueForKey, "valueForKey:", NSString)
@@ -19,6 +20,7 @@ class NSDictionary : public NSObject {
 
 class NSMutableDictionary : public NSDictionary {
   QVSB_HANDLE(NSMutableDictionary, NSDictionary)
+  QVSB_CLASS_METHOD(NSMutableDictionary, dictionary, "dictionary")
   QVSB_METHOD(void, setObject_forKey, "setObject:forKey:", Object, Object)
   QVSB_METHOD(void, removeObjectForKey, "removeObjectForKey:", Object)
 };

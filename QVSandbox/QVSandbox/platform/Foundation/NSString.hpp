@@ -14,6 +14,12 @@ using NSStringEncoding = unsigned int;
 inline constexpr NSStringEncoding NSUTF8StringEncoding = 4;
 inline constexpr NSStringEncoding NSISOLatin1StringEncoding = 5;
 
+enum class NSComparisonResult : NSInteger { orderedAscending = -1, orderedSame = 0, orderedDescending = 1 };
+
+using NSStringCompareOptions = NSUInteger;
+/// Digits count as the number that they make.
+inline constexpr NSStringCompareOptions NSNumericSearch = 64;
+
 /// A UTF-16 code unit, which is what a string counts in.
 using unichar = char16_t;
 
@@ -26,6 +32,7 @@ class NSString : public NSObject {
   QVSB_METHOD(BOOL, boolValue, "boolValue")
   QVSB_METHOD(NSUInteger, length, "length")
   QVSB_METHOD(void, getCharacters_range, "getCharacters:range:", unichar*, NSRange)
+  QVSB_METHOD(NSComparisonResult, compare_options, "compare:options:", NSString, NSStringCompareOptions)
   QVSB_METHOD(NSString, stringByAppendingPathComponent, "stringByAppendingPathComponent:", NSString)
 
   /// `stringWithFormat:`; arguments are handles, numbers and C strings.

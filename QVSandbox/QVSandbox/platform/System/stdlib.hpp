@@ -4,10 +4,14 @@
 #include "../objc/target.hpp"
 
 extern "C" void qvsbFree(void* memory) QVSB_SYMBOL(free);
+extern "C" [[noreturn]] void qvsbExit(int status) QVSB_SYMBOL(exit);
 
 namespace qvsb {
 
 /// Gives back what a platform function allocated for its caller.
 inline void free(void* memory) { qvsbFree(memory); }
+
+/// Ends the process in good order, what was registered to run at its end included.
+[[noreturn]] inline void exit(int status) { qvsbExit(status); }
 
 } // namespace qvsb

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "NSDictionary.hpp"
+
+namespace qvsb {
+
+class NSBundle : public NSObject {
+  QVSB_HANDLE(NSBundle, NSObject)
+  QVSB_CLASS_METHOD(NSBundle, mainBundle, "mainBundle")
+  /// What its Info.plist holds.
+  QVSB_METHOD(NSDictionary, infoDictionary, "infoDictionary")
+};
+
+} // namespace qvsb

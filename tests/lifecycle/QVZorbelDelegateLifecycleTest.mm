@@ -1,0 +1,120 @@
+// The host app's life as it reaches the delegate.
+#include "DelegateTest.h"
+
+namespace {
+
+class Lifecycle : public DelegateTest {
+protected:
+  void SetUp() override {
+    DelegateTest::SetUp();
+    [util() setZorbel:nil];
+    take();
+  }
+
+  /// The two lines that the launch logs first.
+  static Lines launchLines(NSDictionary *options) {
+    return {"log 3 -[QVZorbelDelegate applicationDidFinishLaunchingWithOptions:]",
+            "log 5 " + (options ? support::text([options description]) : std::string("(null)"))};
+  }
+};
+
+Lines operator+(Lines left, const Lines &right) {
+  left.insert(left.end(), right.begin(), right.end());
+  return left;
+}
+
+} // namespace
+
+TEST_F(Lifecycle, LaunchStartsTheSDKAndThenHandsItToThePolicyObject) {
+  [delegate setQvZorbel:nil];
+  NSDictionary *const options = @{@"key" : @"value"};
+  [delegate applicationDidFinishLaunchingWithOptions:options];
+  const Lines started = {"sdk setZorbelDelegate: QVZorbelDelegate", "sdk startWithLaunchOptions: value",
+                         "util setZorbel: shared"};
+  EXPECT_EQ(take(), launchLines(options) + started);
+  EXPECT_EQ(sdk->delegate, delegate);
+  EXPECT_EQ([delegate qvZorbel], sdk);
+  EXPECT_EQ([util() zorbel], sdk);
+}
+
+TEST_F(Lifecycle, LaunchWithoutOptionsStartsTheSDKWithNone) {
+  [delegate setQvZorbel:nil];
+  [delegate applicationDidFinishLaunchingWithOptions:nil];
+  const Lines started = {"sdk setZorbelDelegate: QVZorbelDelegate", "sdk startWithLaunchOptions: nil",
+                         "util setZorbel: shared"};
+  EXPECT_EQ(take(), launchLines(nil) + started);
+}
+
+TEST_F(Lifecycle, ASecondLaunchIsLoggedAndStartsNothing) {
+  [delegate applicationDidFinishLaunchingWithOptions:@{@"key" : @"value"}];
+  EXPECT_EQ(take(), launchLines(@{@"key" : @"value"}));
+  EXPECT_EQ([util() zorbel], nil);
+}
+
+TEST_F(Lifecycle, LaunchOnceTheSDKHasGoneStartsTheOneThatTookItsPlace) {
+  releaseSDK();
+  [delegate applicationDidFinishLaunchingWithOptions:nil];
+  // There is none.
+  EXPECT_EQ(take(), launchLines(nil) + Lines{"util setZorbel: shared"});
+  EXPECT_EQ([delegate qvZorbel], nil);
+}
+
+TEST_F(Lifecycle, BecomingActiveTakesASnapshotOfThePasteboardWhateverTheState) {
+  [delegate applicationDidBecomeActive];
+  EXPECT_EQ(take(), (Lines{"log 3 -[QVZorbelDelegate applicationDidBecomeActive]", "util takeSnapshot"}));
+}
+
+TEST_F(Lifecycle, BecomingActiveEndsAnAppThatTheSDKWantsEndedAfterTheSnapshot) {
+  sdk->ready = sdk->readyToTerminate = YES;
+  const Lines always = {"log 3 -[QVZorbelDelegate applicationDidBecomeActive]", "util takeSnapshot"};
+  for (const NSInteger state : {0, 2, 3, -1}) {
+    sdk->authState = state;
+    [delegate applicationDidBecomeActive];
+    EXPECT_EQ(take(), always + Lines{"terminate"}) << state;
+  }
+  sdk->authState = 1;
+  [delegate applicationDidBecomeActive];
+  EXPECT_EQ(take(), always);
+  sdk->authState = 0;
+  sdk->ready = NO;
+  [delegate applicationDidBecomeActive];
+  EXPECT_EQ(take(), always);
+  sdk->ready = YES;
+  sdk->readyToTerminate = NO;
+  [delegate applicationDidBecomeActive];
+  EXPECT_EQ(take(), always);
+}
+
+TEST_F(Lifecycle, BecomingActiveOnceTheSDKHasGoneTakesTheSnapshotAndEndsNothing) {
+  sdk->ready = sdk->readyToTerminate = YES;
+  releaseSDK();
+  [delegate applicationDidBecomeActive];
+  EXPECT_EQ(take(), (Lines{"log 3 -[QVZorbelDelegate applicationDidBecomeActive]", "util takeSnapshot"}));
+}
+
+TEST_F(Lifecycle, BecomingActiveDoesNotUpdateTheState) {
+  [host has:@"zorbelStateChangedTo:", nil];
+  [delegate applicationDidBecomeActive];
+  EXPECT_EQ([delegate wrappedZorbelState], -1);
+}
+
+TEST_F(Lifecycle, ResigningActiveRestoresThePasteboard) {
+  [delegate applicationWillResignActive];
+  EXPECT_EQ(take(), (Lines{"log 3 -[QVZorbelDelegate applicationWillResignActive]", "util restoreSnapshot"}));
+}
+
+TEST_F(Lifecycle, EnteringTheBackgroundStopsThePasscodeExtension) {
+  [delegate applicationDidEnterBackground];
+  EXPECT_EQ(take(),
+            (Lines{"log 3 (-[QVZorbelDelegate applicationDidEnterBackground]) ", "util stopPasscodeExtension"}));
+}
+
+TEST_F(Lifecycle, EnteringTheForegroundIsOnlyLogged) {
+  [delegate applicationWillEnterForeground];
+  EXPECT_EQ(take(), (Lines{"log 3 (-[QVZorbelDelegate applicationWillEnterForeground]) "}));
+}
+
+TEST_F(Lifecycle, TerminatingRestoresThePasteboard) {
+  [delegate applicationWillTerminate];
+  EXPECT_EQ(take(), (Lines{"log 3 -[QVZorbelDelegate applicationWillTerminate]", "util restoreSnapshot"}));
+}

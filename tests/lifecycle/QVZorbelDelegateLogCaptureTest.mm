@@ -1,0 +1,63 @@
+// Whether standard error is captured, as the configuration has it.
+#include "DelegateTest.h"
+
+namespace {
+
+/// With an SDK that is ready.
+class LogCapture : public DelegateTest {
+protected:
+  void SetUp() override {
+    DelegateTest::SetUp();
+    sdk->ready = YES;
+  }
+
+  void evaluate(bool wanted, bool isOn) {
+    [sdk->config release];
+    sdk->config = wanted ? [@{@"QV_ZB_WR_ENABLE_LOG_CAPTURE" : @YES} retain] : nil;
+    captureIsOn = isOn;
+    [delegate triggerLogsInterception];
+  }
+};
+
+} // namespace
+
+TEST_F(LogCapture, ThatIsWantedAndOnGoesOn) {
+  evaluate(true, true);
+  EXPECT_EQ(take(), Lines());
+  EXPECT_EQ([delegate triggeredLog], YES);
+}
+
+TEST_F(LogCapture, ThatIsWantedAndOffStarts) {
+  evaluate(true, false);
+  EXPECT_EQ(take(), Lines{"capture started"});
+  EXPECT_EQ([delegate triggeredLog], YES);
+}
+
+TEST_F(LogCapture, ThatIsNotWantedAndOffStaysOff) {
+  evaluate(false, false);
+  EXPECT_EQ(take(), Lines());
+  EXPECT_EQ([delegate triggeredLog], YES);
+}
+
+TEST_F(LogCapture, ThatTheFirstEvaluationStopsLosesItsFileAndLaterOnesKeepTheirs) {
+  evaluate(false, true);
+  EXPECT_EQ(take(), Lines{"capture stopped, file removed"});
+  evaluate(false, true);
+  EXPECT_EQ(take(), Lines{"capture stopped, file kept"});
+}
+
+TEST_F(LogCapture, ThatAnEvaluationFoundWantedKeepsItsFileWhenItIsStoppedLater) {
+  evaluate(true, true);
+  evaluate(false, true);
+  EXPECT_EQ(take(), Lines{"capture stopped, file kept"});
+}
+
+TEST_F(LogCapture, IsNotWantedAsLongAsTheSDKIsNotReadyOrHasGone) {
+  sdk->ready = NO;
+  evaluate(true, true);
+  EXPECT_EQ(take(), Lines{"capture stopped, file removed"});
+  releaseSDK();
+  captureIsOn = true;
+  [delegate triggerLogsInterception];
+  EXPECT_EQ(take(), Lines{"capture stopped, file kept"});
+}

@@ -1,0 +1,93 @@
+// termination_host           ends the app as the SDK's delegate does, and says what happens, a line each
+// termination_host gone      the same once the SDK has been released
+#import <UIKit/UIKit.h>
+#import <Zorbel/Zorbel.h>
+
+#include <objc/runtime.h>
+#include <unistd.h>
+
+#include <cstdarg>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "startup/methods.hpp"
+
+@interface NSObject (QVZorbelDelegate)
+- (void)setQvZorbel:(id)sdk;
+- (void)_applicationTerminate;
+@end
+
+namespace {
+
+bool sdkIsGone = false;
+pid_t mainThread = 0;
+
+void say(const std::string &line) {
+  const std::string whole = line + (gettid() == mainThread ? "" : " (other thread)") + "\n";
+  if (::write(STDOUT_FILENO, whole.data(), whole.size()) < 0) std::abort();
+}
+
+void sayLogLine(id, SEL, NSInteger level, NSString *format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  NSString *const text = [[[NSString alloc] initWithFormat:format arguments:arguments] autorelease];
+  va_end(arguments);
+  say("log " + std::to_string(level) + " " + [text UTF8String]);
+}
+
+void restoreSnapshot(id, SEL) { say("pasteboard restored"); }
+
+} // namespace
+
+@interface QVTestExitingSDK : NSObject
+@end
+
+@implementation QVTestExitingSDK
+- (void)willExit {
+  say("sdk willExit");
+}
+@end
+
+@interface QVTerminatingApp : NSObject <UIApplicationDelegate>
+@end
+
+@implementation QVTerminatingApp
+
+- (BOOL)application:(UIApplication *)application didFinishLaunchingWithOptions:(NSDictionary *)options {
+  (void)application, (void)options;
+  QVTestExitingSDK *const sdk = [[QVTestExitingSDK alloc] init];
+  id const delegate = [[NSClassFromString(@"QVZorbelDelegate") alloc] init];
+  [delegate setQvZorbel:sdk];
+  if (sdkIsGone) [sdk release];
+  [delegate _applicationTerminate];
+  // Nobody but what was put off holds the delegate now.
+  [delegate release];
+  // Whatever does not need the main thread has its time now.
+  ::usleep(300000);
+  say("launched");
+  return YES;
+}
+
+- (void)applicationWillTerminate:(UIApplication *)application {
+  (void)application;
+  say("host applicationWillTerminate:");
+}
+
+@end
+
+int main(int argc, char *argv[]) {
+  NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+  mainThread = gettid();
+  sdkIsGone = argc > 1 && std::strcmp(argv[1], "gone") == 0;
+  std::atexit([] { say("exit"); });
+  qvsb::addMethodsAndClasses();
+  method_setImplementation(class_getClassMethod([Zorbel class], @selector(wrapperLogAtLevel:format:)),
+                           reinterpret_cast<IMP>(&sayLogLine));
+  method_setImplementation(
+      class_getInstanceMethod(NSClassFromString(@"ZorbelUtil"), sel_registerName("restoreSnapshot")),
+      reinterpret_cast<IMP>(&restoreSnapshot));
+  const int status = UIApplicationMain(argc, argv, nil, @"QVTerminatingApp");
+  [pool release];
+  return status;
+}
