@@ -117,8 +117,8 @@ TEST(User, whoseDictationIsDismissedFailsTheRunWithTheLine) {
 TEST(OtherApps, handOverUrlsAlsoToAnAppInTheBackground) {
   const Ended ended = played("open notes://a from com.example.mail\nbackground\nopen notes://b/#c\n");
   EXPECT_EQ(ended.status, 0) << ended.out << ended.err;
-  EXPECT_THAT(outputOf(ended),
-              ElementsAre("can terminate", "opened notes://a from com.example.mail", "opened notes://b/#c from (null)"));
+  EXPECT_THAT(outputOf(ended), ElementsAre("can terminate", "opened notes://a from com.example.mail",
+                                           "opened notes://b/#c from (null)"));
 }
 
 TEST(OtherApps, launchTheAppWithAUrl) {
