@@ -63,7 +63,7 @@ class Bench:
             if run.get("error_occurred"):
                 fail(f"{program}: {run['name']}: {run['error_message']}")
             if run["run_type"] == "iteration":
-                benchmarks.setdefault(run["name"].split("/")[0], []).append(run)
+                benchmarks.setdefault(run["name"].split("/iterations")[0], []).append(run)
         return benchmarks
 
     def system_calls(self, way):
@@ -167,6 +167,16 @@ def main(build):
     for step in ("write", "exists", "attributes", "decide", "copy", "set", "release"):
         table.value(f"  step by hand: {step}", f"{middle(steps, lambda run: run[step]) / 1000:.2f} us")
     table.ratio("device's data protection : stat, getxattr, setxattr", writes["DataProtection"], "device", "bare", 1.0, **micro)
+
+    lists = bench.measure("bench_whitelist")
+    for make, text in (("unrelated", "unrelated"), ("samePrefix", "of the same beginning"),
+                       ("sameLengthAndEnd", "of its length and end"),
+                       ("allButTheMiddle", "differing in the middle"), ("allButOneAnywhere", "differing anywhere"),
+                       ("otherAlphabet", "in another alphabet")):
+        table.ratio(f"1000 patterns, {text} : plain C loop", lists[f"Whitelist/{make}"], "asked", "plainC", 3.0, **micro)
+    allocations = max(run["allocations"] for runs in lists.values() for run in runs)
+    table.value("allocations of such a question", f"{allocations:g}")
+    table.value("activity types excluded, 1000 patterns", f"{middle(lists['Whitelist/unrelated'], lambda r: r['merged']) / 1000:.2f} us")
 
     print("system calls ...", file=sys.stderr, flush=True)
     calls = {way: bench.system_calls(way) for way in ("alone", "bare", "byHand", "hooked")}

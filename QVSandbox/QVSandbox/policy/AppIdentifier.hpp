@@ -8,7 +8,7 @@
 
 namespace qvsb {
 
-/// An app identifier, read once to be compared with any number of patterns.
+/// An app identifier, read once to be compared with any number of patterns, on one thread.
 class AppIdentifier {
 public:
   /// Of what the reader has open.
@@ -20,9 +20,12 @@ public:
   bool matches(const StringReader& pattern) const;
 
 private:
-  bool hasAt(const StringReader& text, NSRange range) const;
+  bool beginsWith(const StringReader& pattern, NSUInteger length) const;
+  bool beginsWithUnitsOf(const StringReader& pattern, NSUInteger length) const;
 
   std::vector<unichar> units_;
+  std::vector<char> latin1_;       // the units as bytes, up to the first that is none
+  mutable std::vector<char> read_; // a pattern's bytes and a zero, for a pattern as long as latin1_
 };
 
 /// Whether the pattern, without the dots around it, has more than one piece.

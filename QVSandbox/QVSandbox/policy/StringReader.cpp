@@ -11,27 +11,18 @@ template <class R, class... A> void find(R (*&function)(id, SEL, A...), Class cl
 
 } // namespace
 
-BOOL StringReader::open(Object object) {
-  if (!object) {
+/// Finds out what there is to know of the object's class. Gives NO when it is no string.
+BOOL StringReader::learn(Object object) {
+  if (!NSObject::from(object).isKindOfClass(NSString::classObject())) {
     return NO;
   }
   const Class cls = classOf(object);
-  if (cls != class_) {
-    if (!NSObject::from(object).isKindOfClass(NSString::classObject())) {
-      return NO;
-    }
-    find(length_, cls, "length"_sel);
-    find(getCharacters_, cls, "getCharacters:range:"_sel);
-    class_ = cls;
-  }
-  string_ = object.raw();
+  find(length_, cls, "length"_sel);
+  find(getCharacters_, cls, "getCharacters:range:"_sel);
+  find(fastestEncoding_, cls, "fastestEncoding"_sel);
+  find(getCString_, cls, "getCString:maxLength:encoding:"_sel);
+  class_ = cls;
   return YES;
-}
-
-NSUInteger StringReader::length() const { return length_(string_, "length"_sel); }
-
-void StringReader::getCharacters(unichar* buffer, NSRange range) const {
-  getCharacters_(string_, "getCharacters:range:"_sel, buffer, range);
 }
 
 } // namespace qvsb

@@ -33,6 +33,10 @@ class NSString : public NSObject {
   QVSB_METHOD(NSUInteger, length, "length")
   QVSB_METHOD(void, getCharacters_range, "getCharacters:range:", unichar*, NSRange)
   QVSB_METHOD(NSComparisonResult, compare_options, "compare:options:", NSString, NSStringCompareOptions)
+  /// The form in which the string can be read without being converted.
+  QVSB_METHOD(NSStringEncoding, fastestEncoding, "fastestEncoding")
+  QVSB_METHOD(BOOL, getCString_maxLength_encoding, "getCString:maxLength:encoding:", char*, NSUInteger,
+              NSStringEncoding)
   QVSB_METHOD(NSString, stringByAppendingPathComponent, "stringByAppendingPathComponent:", NSString)
 
   /// `stringWithFormat:`; arguments are handles, numbers and C strings.
