@@ -42,6 +42,17 @@
 
 namespace {
 
+class Pool {
+public:
+  Pool() : pool_([[NSAutoreleasePool alloc] init]) {}
+  ~Pool() { [pool_ drain]; }
+  Pool(const Pool &) = delete;
+  Pool &operator=(const Pool &) = delete;
+
+private:
+  NSAutoreleasePool *pool_;
+};
+
 long lines;
 void countLine(id, SEL, NSInteger, NSString *, ...) { ++lines; }
 
@@ -71,10 +82,9 @@ App &app() {
 
 template <class Work> double measure(std::size_t times, Work work) {
   return bench::nanosecondsEach(times, [&] {
-    NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+    const Pool pool;
     for (std::size_t i = 0; i < times; ++i)
       work();
-    [pool drain];
   });
 }
 
@@ -86,6 +96,7 @@ template <class Work> double measure(std::size_t times, Work work) {
 }
 
 void DelegateRequest(benchmark::State &state) {
+  const Pool pool;
   UIApplication *const application = app().application;
   lines = 0;
   const bool answered = [application delegate] == app().delegate && [application sb_delegate] == app().delegate;
@@ -114,6 +125,7 @@ void DelegateRequest(benchmark::State &state) {
 }
 
 void EventDelivery(benchmark::State &state) {
+  const Pool pool;
   UIApplication *const application = app().application;
   QVBenchSDK *const sdk = app().sdk;
   UIEvent *const event = app().event;
