@@ -3,7 +3,7 @@
 
 namespace {
 
-class Lifecycle : public DelegateTest {
+class LifecycleEntry : public DelegateTest {
 protected:
   void SetUp() override {
     DelegateTest::SetUp();
@@ -25,7 +25,7 @@ Lines operator+(Lines left, const Lines &right) {
 
 } // namespace
 
-TEST_F(Lifecycle, LaunchStartsTheSDKAndThenHandsItToThePolicyObject) {
+TEST_F(LifecycleEntry, LaunchStartsTheSDKAndThenHandsItToThePolicyObject) {
   [delegate setQvZorbel:nil];
   NSDictionary *const options = @{@"key" : @"value"};
   [delegate applicationDidFinishLaunchingWithOptions:options];
@@ -37,7 +37,7 @@ TEST_F(Lifecycle, LaunchStartsTheSDKAndThenHandsItToThePolicyObject) {
   EXPECT_EQ([util() zorbel], sdk);
 }
 
-TEST_F(Lifecycle, LaunchWithoutOptionsStartsTheSDKWithNone) {
+TEST_F(LifecycleEntry, LaunchWithoutOptionsStartsTheSDKWithNone) {
   [delegate setQvZorbel:nil];
   [delegate applicationDidFinishLaunchingWithOptions:nil];
   const Lines started = {"sdk setZorbelDelegate: QVZorbelDelegate", "sdk startWithLaunchOptions: nil",
@@ -45,13 +45,13 @@ TEST_F(Lifecycle, LaunchWithoutOptionsStartsTheSDKWithNone) {
   EXPECT_EQ(take(), launchLines(nil) + started);
 }
 
-TEST_F(Lifecycle, ASecondLaunchIsLoggedAndStartsNothing) {
+TEST_F(LifecycleEntry, ASecondLaunchIsLoggedAndStartsNothing) {
   [delegate applicationDidFinishLaunchingWithOptions:@{@"key" : @"value"}];
   EXPECT_EQ(take(), launchLines(@{@"key" : @"value"}));
   EXPECT_EQ([util() zorbel], nil);
 }
 
-TEST_F(Lifecycle, LaunchOnceTheSDKHasGoneStartsTheOneThatTookItsPlace) {
+TEST_F(LifecycleEntry, LaunchOnceTheSDKHasGoneStartsTheOneThatTookItsPlace) {
   releaseSDK();
   [delegate applicationDidFinishLaunchingWithOptions:nil];
   // There is none.
@@ -59,12 +59,12 @@ TEST_F(Lifecycle, LaunchOnceTheSDKHasGoneStartsTheOneThatTookItsPlace) {
   EXPECT_EQ([delegate qvZorbel], nil);
 }
 
-TEST_F(Lifecycle, BecomingActiveTakesASnapshotOfThePasteboardWhateverTheState) {
+TEST_F(LifecycleEntry, BecomingActiveTakesASnapshotOfThePasteboardWhateverTheState) {
   [delegate applicationDidBecomeActive];
   EXPECT_EQ(take(), (Lines{"log 3 -[QVZorbelDelegate applicationDidBecomeActive]", "util takeSnapshot"}));
 }
 
-TEST_F(Lifecycle, BecomingActiveEndsAnAppThatTheSDKWantsEndedAfterTheSnapshot) {
+TEST_F(LifecycleEntry, BecomingActiveEndsAnAppThatTheSDKWantsEndedAfterTheSnapshot) {
   sdk->ready = sdk->readyToTerminate = YES;
   const Lines always = {"log 3 -[QVZorbelDelegate applicationDidBecomeActive]", "util takeSnapshot"};
   for (const NSInteger state : {0, 2, 3, -1}) {
@@ -85,36 +85,36 @@ TEST_F(Lifecycle, BecomingActiveEndsAnAppThatTheSDKWantsEndedAfterTheSnapshot) {
   EXPECT_EQ(take(), always);
 }
 
-TEST_F(Lifecycle, BecomingActiveOnceTheSDKHasGoneTakesTheSnapshotAndEndsNothing) {
+TEST_F(LifecycleEntry, BecomingActiveOnceTheSDKHasGoneTakesTheSnapshotAndEndsNothing) {
   sdk->ready = sdk->readyToTerminate = YES;
   releaseSDK();
   [delegate applicationDidBecomeActive];
   EXPECT_EQ(take(), (Lines{"log 3 -[QVZorbelDelegate applicationDidBecomeActive]", "util takeSnapshot"}));
 }
 
-TEST_F(Lifecycle, BecomingActiveDoesNotUpdateTheState) {
+TEST_F(LifecycleEntry, BecomingActiveDoesNotUpdateTheState) {
   [host has:@"zorbelStateChangedTo:", nil];
   [delegate applicationDidBecomeActive];
   EXPECT_EQ([delegate wrappedZorbelState], -1);
 }
 
-TEST_F(Lifecycle, ResigningActiveRestoresThePasteboard) {
+TEST_F(LifecycleEntry, ResigningActiveRestoresThePasteboard) {
   [delegate applicationWillResignActive];
   EXPECT_EQ(take(), (Lines{"log 3 -[QVZorbelDelegate applicationWillResignActive]", "util restoreSnapshot"}));
 }
 
-TEST_F(Lifecycle, EnteringTheBackgroundStopsThePasscodeExtension) {
+TEST_F(LifecycleEntry, EnteringTheBackgroundStopsThePasscodeExtension) {
   [delegate applicationDidEnterBackground];
   EXPECT_EQ(take(),
             (Lines{"log 3 (-[QVZorbelDelegate applicationDidEnterBackground]) ", "util stopPasscodeExtension"}));
 }
 
-TEST_F(Lifecycle, EnteringTheForegroundIsOnlyLogged) {
+TEST_F(LifecycleEntry, EnteringTheForegroundIsOnlyLogged) {
   [delegate applicationWillEnterForeground];
   EXPECT_EQ(take(), (Lines{"log 3 (-[QVZorbelDelegate applicationWillEnterForeground]) "}));
 }
 
-TEST_F(Lifecycle, TerminatingRestoresThePasteboard) {
+TEST_F(LifecycleEntry, TerminatingRestoresThePasteboard) {
   [delegate applicationWillTerminate];
   EXPECT_EQ(take(), (Lines{"log 3 -[QVZorbelDelegate applicationWillTerminate]", "util restoreSnapshot"}));
 }

@@ -4,7 +4,7 @@
 namespace {
 
 /// With an SDK that is ready.
-class LogCapture : public DelegateTest {
+class CaptureDecision : public DelegateTest {
 protected:
   void SetUp() override {
     DelegateTest::SetUp();
@@ -21,38 +21,38 @@ protected:
 
 } // namespace
 
-TEST_F(LogCapture, ThatIsWantedAndOnGoesOn) {
+TEST_F(CaptureDecision, ThatIsWantedAndOnGoesOn) {
   evaluate(true, true);
   EXPECT_EQ(take(), Lines());
   EXPECT_EQ([delegate triggeredLog], YES);
 }
 
-TEST_F(LogCapture, ThatIsWantedAndOffStarts) {
+TEST_F(CaptureDecision, ThatIsWantedAndOffStarts) {
   evaluate(true, false);
   EXPECT_EQ(take(), Lines{"capture started"});
   EXPECT_EQ([delegate triggeredLog], YES);
 }
 
-TEST_F(LogCapture, ThatIsNotWantedAndOffStaysOff) {
+TEST_F(CaptureDecision, ThatIsNotWantedAndOffStaysOff) {
   evaluate(false, false);
   EXPECT_EQ(take(), Lines());
   EXPECT_EQ([delegate triggeredLog], YES);
 }
 
-TEST_F(LogCapture, ThatTheFirstEvaluationStopsLosesItsFileAndLaterOnesKeepTheirs) {
+TEST_F(CaptureDecision, ThatTheFirstEvaluationStopsLosesItsFileAndLaterOnesKeepTheirs) {
   evaluate(false, true);
   EXPECT_EQ(take(), Lines{"capture stopped, file removed"});
   evaluate(false, true);
   EXPECT_EQ(take(), Lines{"capture stopped, file kept"});
 }
 
-TEST_F(LogCapture, ThatAnEvaluationFoundWantedKeepsItsFileWhenItIsStoppedLater) {
+TEST_F(CaptureDecision, ThatAnEvaluationFoundWantedKeepsItsFileWhenItIsStoppedLater) {
   evaluate(true, true);
   evaluate(false, true);
   EXPECT_EQ(take(), Lines{"capture stopped, file kept"});
 }
 
-TEST_F(LogCapture, IsNotWantedAsLongAsTheSDKIsNotReadyOrHasGone) {
+TEST_F(CaptureDecision, IsNotWantedAsLongAsTheSDKIsNotReadyOrHasGone) {
   sdk->ready = NO;
   evaluate(true, true);
   EXPECT_EQ(take(), Lines{"capture stopped, file removed"});

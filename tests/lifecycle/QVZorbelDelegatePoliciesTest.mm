@@ -5,14 +5,14 @@
 
 namespace {
 
-class Policies : public DelegateTest {
+class PolicyChange : public DelegateTest {
 protected:
   void changePasteboard(NSInteger policy) { [delegate zorbel:sdk pasteboardPolicyChangedTo:policy]; }
 };
 
 } // namespace
 
-TEST_F(Policies, OfOpeningInAreLoggedAndAnswered) {
+TEST_F(PolicyChange, OfOpeningInAreLoggedAndAnswered) {
   for (const auto &[policy, text] : {std::pair{NSInteger{0}, "Unauthorized"},
                                      {NSInteger{1}, "Authorized"},
                                      {NSInteger{2}, "Whitelist"},
@@ -26,7 +26,7 @@ TEST_F(Policies, OfOpeningInAreLoggedAndAnswered) {
   EXPECT_EQ(take(), (Lines{"log 3 open-in policy changed to 'Whitelist'", "sdk openInPolicyApplied: 1 message: nil"}));
 }
 
-TEST_F(Policies, OfPrintingAreLoggedAndAnswered) {
+TEST_F(PolicyChange, OfPrintingAreLoggedAndAnswered) {
   for (const auto &[policy, text] : {std::pair{NSInteger{0}, "Unauthorized"},
                                      {NSInteger{1}, "Authorized"},
                                      {NSInteger{2}, "Unknown Print State"},
@@ -37,7 +37,7 @@ TEST_F(Policies, OfPrintingAreLoggedAndAnswered) {
   }
 }
 
-TEST_F(Policies, OfThePasteboardAreLoggedAndAnswered) {
+TEST_F(PolicyChange, OfThePasteboardAreLoggedAndAnswered) {
   for (const auto &[policy, text] : {std::pair{NSInteger{0}, "Unauthorized"},
                                      {NSInteger{1}, "Authorized"},
                                      {NSInteger{2}, "Secure Copy"},
@@ -49,7 +49,7 @@ TEST_F(Policies, OfThePasteboardAreLoggedAndAnswered) {
   }
 }
 
-TEST_F(Policies, OfThePasteboardHaveItWatchedUnderZeroAndUnderNoOther) {
+TEST_F(PolicyChange, OfThePasteboardHaveItWatchedUnderZeroAndUnderNoOther) {
   for (const NSInteger policy : {0, 1, 0, 2, 0, 3, 0, -1, 1, 0, 0}) {
     changePasteboard(policy);
     EXPECT_EQ([util() registeredForPasteboardChangeNotification], policy == 0) << policy;
@@ -57,7 +57,7 @@ TEST_F(Policies, OfThePasteboardHaveItWatchedUnderZeroAndUnderNoOther) {
   }
 }
 
-TEST_F(Policies, OfThePasteboardLeaveAnObserverOfAnotherPasteboardEventAlone) {
+TEST_F(PolicyChange, OfThePasteboardLeaveAnObserverOfAnotherPasteboardEventAlone) {
   changePasteboard(0);
   [[NSNotificationCenter defaultCenter] addObserver:util() selector:@selector(stopPasscodeExtension) name:@"QVTestOther"
                                              object:nil];
@@ -68,7 +68,7 @@ TEST_F(Policies, OfThePasteboardLeaveAnObserverOfAnotherPasteboardEventAlone) {
   [[NSNotificationCenter defaultCenter] removeObserver:util() name:@"QVTestOther" object:nil];
 }
 
-TEST_F(Policies, OfThePasteboardGoByTheFlagOnly) {
+TEST_F(PolicyChange, OfThePasteboardGoByTheFlagOnly) {
   [util() setRegisteredForPasteboardChangeNotification:YES];
   changePasteboard(0);
   EXPECT_FALSE(pasteboardIsWatched());
@@ -76,7 +76,7 @@ TEST_F(Policies, OfThePasteboardGoByTheFlagOnly) {
   EXPECT_EQ([util() registeredForPasteboardChangeNotification], NO);
 }
 
-TEST_F(Policies, OfThePasteboardAreAnsweredBeforeItIsWatched) {
+TEST_F(PolicyChange, OfThePasteboardAreAnsweredBeforeItIsWatched) {
   // The answer finds the flag as it was.
   static bool watchedWhenAnswered;
   const Method answer = class_getInstanceMethod([QVTestZorbel class], @selector(pasteboardPolicyApplied:message:));
@@ -91,7 +91,7 @@ TEST_F(Policies, OfThePasteboardAreAnsweredBeforeItIsWatched) {
   method_setImplementation(answer, before);
 }
 
-TEST_F(Policies, OfManagementOnlyUpdateTheState) {
+TEST_F(PolicyChange, OfManagementOnlyUpdateTheState) {
   sdk->ready = YES;
   sdk->authState = 1;
   sdk->managedPolicy = 2;
@@ -106,7 +106,7 @@ TEST_F(Policies, OfManagementOnlyUpdateTheState) {
   EXPECT_EQ(take(), Lines{"host zorbelStateChangedTo: 0"});
 }
 
-TEST_F(Policies, AreLoggedAndThePasteboardWatchedWithoutAnSDK) {
+TEST_F(PolicyChange, AreLoggedAndThePasteboardWatchedWithoutAnSDK) {
   releaseSDK();
   [delegate zorbel:nil openInPolicyChangedTo:0 whitelist:nil];
   [delegate zorbel:nil pasteboardPolicyChangedTo:0];
@@ -117,7 +117,7 @@ TEST_F(Policies, AreLoggedAndThePasteboardWatchedWithoutAnSDK) {
   EXPECT_TRUE(pasteboardIsWatched());
 }
 
-TEST_F(Policies, AreAnsweredToTheSDKThatTheyCameFrom) {
+TEST_F(PolicyChange, AreAnsweredToTheSDKThatTheyCameFrom) {
   QVTestZorbel *const other = [[[QVTestZorbel alloc] init] autorelease];
   *other->name = "other";
   [delegate zorbel:other openInPolicyChangedTo:1 whitelist:nil];

@@ -51,22 +51,22 @@ const Lines kOnAnotherThread = {
 
 } // namespace
 
-TEST(Termination, IsThePlatformsOwnOnALaterTurnOfTheMainQueueAndNothingElse) {
+TEST(ProcessEnd, IsThePlatformsOwnOnALaterTurnOfTheMainQueueAndNothingElse) {
   EXPECT_EQ(linesOf(R"({"terminateWithSuccess":true})"),
             (Lines{"launched", "log 2 exiting application", "host applicationWillTerminate:", "exit"}));
 }
 
-TEST(Termination, WithoutThePlatformsOwnTellsTheDelegateThenTheSDKAndExitsWithZero) {
+TEST(ProcessEnd, WithoutThePlatformsOwnTellsTheDelegateThenTheSDKAndExitsWithZero) {
   EXPECT_EQ(linesOf(R"({"terminateWithSuccess":false})"), kOnALaterTurn);
 }
 
-TEST(Termination, WithoutAnSDKExitsAllTheSame) {
+TEST(ProcessEnd, WithoutAnSDKExitsAllTheSame) {
   EXPECT_EQ(linesOf(version("17.0"), {"gone"}),
             (Lines{"launched", "log 2 exiting application", "log 3 -[QVZorbelDelegate applicationWillTerminate]",
                    "pasteboard restored", "exit"}));
 }
 
-TEST(Termination, BelowSystemVersionSixDoesNotWaitForTheMainThread) {
+TEST(ProcessEnd, BelowSystemVersionSixDoesNotWaitForTheMainThread) {
   EXPECT_EQ(linesOf(version("5.1.1")), kOnAnotherThread);
   EXPECT_EQ(linesOf(version("5.10")), kOnAnotherThread);
   EXPECT_EQ(linesOf(version("4.3", true)),
@@ -74,7 +74,7 @@ TEST(Termination, BelowSystemVersionSixDoesNotWaitForTheMainThread) {
                    "exit (other thread)"}));
 }
 
-TEST(Termination, FromSystemVersionSixOnWaitsForTheMainThread) {
+TEST(ProcessEnd, FromSystemVersionSixOnWaitsForTheMainThread) {
   for (const char* number : {"6.0", "6.0.1", "6.1", "10.0", "17.0"}) {
     EXPECT_EQ(linesOf(version(number)), kOnALaterTurn) << number;
   }

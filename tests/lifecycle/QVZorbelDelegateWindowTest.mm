@@ -9,7 +9,7 @@ NSDictionary *information = nil;
 id answerInformation(id, SEL) { return information; }
 
 /// With an Info.plist that a test can change.
-class Window : public DelegateTest {
+class StoryboardWindow : public DelegateTest {
 protected:
   void SetUp() override {
     DelegateTest::SetUp();
@@ -31,7 +31,7 @@ private:
 
 } // namespace
 
-TEST_F(Window, OfAnAppWithoutAStoryboardIsKept) {
+TEST_F(StoryboardWindow, OfAnAppWithoutAStoryboardIsKept) {
   information = @{@"CFBundleName" : @"Notes"};
   [delegate setWindow:window];
   EXPECT_EQ([delegate window], window);
@@ -39,7 +39,7 @@ TEST_F(Window, OfAnAppWithoutAStoryboardIsKept) {
   EXPECT_EQ(take(), Lines());
 }
 
-TEST_F(Window, OfAnAppWithAStoryboardIsKeptWithAWarning) {
+TEST_F(StoryboardWindow, OfAnAppWithAStoryboardIsKeptWithAWarning) {
   information = @{@"UIMainStoryboardFile" : @"Main"};
   [delegate setWindow:window];
   EXPECT_EQ(take(), Lines{"log 0 (-[QVZorbelDelegate setWindow:]) The App's Info.plist contains UIMainStoryboardFile "
@@ -51,14 +51,14 @@ TEST_F(Window, OfAnAppWithAStoryboardIsKeptWithAWarning) {
   EXPECT_EQ([delegate window], nil);
 }
 
-TEST_F(Window, OfAnAppWithoutAnInfoPlistIsKept) {
+TEST_F(StoryboardWindow, OfAnAppWithoutAnInfoPlistIsKept) {
   information = nil;
   [delegate setWindow:window];
   EXPECT_EQ([delegate window], window);
   EXPECT_EQ(take(), Lines());
 }
 
-TEST_F(Window, IsTheStoryboardWindowWhoeverSetIt) {
+TEST_F(StoryboardWindow, IsTheStoryboardWindowWhoeverSetIt) {
   information = @{@"UIMainStoryboardFile" : @"Main"};
   [delegate setStoryboardWindow:window];
   EXPECT_EQ([delegate window], window);
