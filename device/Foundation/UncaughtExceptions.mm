@@ -4,9 +4,11 @@
 #import <Foundation/Foundation.h>
 
 #include <atomic>
-#include <cstdio>
 #include <cstdlib>
 #include <dlfcn.h>
+#include <string>
+
+#include "container/SystemLog.h"
 
 namespace {
 
@@ -17,8 +19,8 @@ void endApp(NSException *exception) {
   const bool named = [exception isKindOfClass:[NSException class]];
   NSString *const name = named ? [exception name] : NSStringFromClass([exception class]);
   NSString *const reason = named ? [exception reason] : [exception description];
-  std::fprintf(stderr, "*** Terminating app due to uncaught exception '%s', reason: '%s'\n", [name UTF8String],
-               reason ? [reason UTF8String] : "(null)");
+  qvdevice::systemLog(std::string("*** Terminating app due to uncaught exception '") + [name UTF8String] +
+                      "', reason: '" + (reason ? [reason UTF8String] : "(null)") + "'\n");
   if (NSUncaughtExceptionHandler *const handler = appHandler.load()) handler(exception);
   std::abort();
 }

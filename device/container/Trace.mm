@@ -15,6 +15,7 @@
 
 #include "container/Json.h"
 #include "container/Refusal.h"
+#include "container/Trace.h"
 
 namespace {
 
@@ -29,7 +30,7 @@ double milliseconds(clockid_t clock) {
 /// When this library was loaded, which is before any code of the app runs.
 const double startTime = milliseconds(CLOCK_MONOTONIC);
 
-const int traceDescriptor = descriptorFromEnvironment("QVDEVICE_TRACE_FD");
+const int descriptor = descriptorFromEnvironment("QVDEVICE_TRACE_FD");
 
 std::mutex &writing() {
   static std::mutex &lock = *new std::mutex;
@@ -40,7 +41,7 @@ void writeWhole(const std::string &record) {
   // One write, so that nothing which others put into the same pipe gets between; a rest only where the pipe was full.
   std::string_view rest = record;
   while (!rest.empty()) {
-    const ssize_t written = ::write(traceDescriptor, rest.data(), rest.size());
+    const ssize_t written = ::write(descriptor, rest.data(), rest.size());
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) return;
     rest.remove_prefix(static_cast<std::size_t>(written));
@@ -49,12 +50,21 @@ void writeWhole(const std::string &record) {
 
 } // namespace
 
-void QVDeviceTrace(NSDictionary *event) {
-  if (traceDescriptor < 0) return;
-  nlohmann::ordered_json line = jsonFrom(event);
-  line["t"] = std::round((milliseconds(CLOCK_MONOTONIC) - startTime) * 1e3) / 1e3;
-  const std::string record =
-      "\x1e" + line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+namespace qvdevice {
+
+int traceDescriptor() { return descriptor; }
+
+void trace(nlohmann::ordered_json record) {
+  if (descriptor < 0) return;
+  record["t"] = std::round((milliseconds(CLOCK_MONOTONIC) - startTime) * 1e3) / 1e3;
+  const std::string line =
+      "\x1e" + record.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
   const std::lock_guard locked(writing());
-  writeWhole(record);
+  writeWhole(line);
+}
+
+} // namespace qvdevice
+
+void QVDeviceTrace(NSDictionary *event) {
+  if (descriptor >= 0) trace(jsonFrom(event));
 }

@@ -2,8 +2,10 @@
 
 #import <Foundation/Foundation.h>
 
-#include <cstdio>
 #include <cstdlib>
+#include <string>
+
+#include "container/SystemLog.h"
 
 namespace qvdevice {
 
@@ -32,7 +34,7 @@ void perform(Work *work) {
 }
 
 void dispatchClientBug(const char *sentence) {
-  std::fprintf(stderr, "BUG IN CLIENT OF LIBDISPATCH: %s\n", sentence);
+  systemLog(std::string("BUG IN CLIENT OF LIBDISPATCH: ") + sentence + "\n");
   std::abort();
 }
 

@@ -17,6 +17,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "container/SystemLog.h"
 #include "runtime/WeakReferences.h"
 
 namespace qvdevice {
@@ -94,10 +95,12 @@ void removePlace(id object, id *location) {
 /// The platform ends a process that makes a weak reference to an object that is on its way out.
 void requireThatItLives(id object) {
   if (object == nil || [object allowsWeakReference]) return;
-  std::fprintf(stderr,
-               "Cannot form weak reference to instance (%p) of class %s. It is possible that this object was "
-               "over-released, or is in the process of deallocation.\n",
-               static_cast<void *>(object), object_getClassName(object));
+  char sentence[512];
+  std::snprintf(sentence, sizeof sentence,
+                "Cannot form weak reference to instance (%p) of class %s. It is possible that this object was "
+                "over-released, or is in the process of deallocation.\n",
+                static_cast<void *>(object), object_getClassName(object));
+  systemLog(sentence);
   std::abort();
 }
 

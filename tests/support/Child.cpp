@@ -17,10 +17,22 @@ struct Pipe {
   }
 };
 
-[[noreturn]] void become(const std::vector<std::string>& command, const Environment& environment, int out, int err) {
+/// Adds `name`=`value`; to a sanitizer's options that are there already, it is added.
+void add(std::vector<std::string>& variables, const std::string& name, const std::string& value) {
+  for (std::string& variable : variables) {
+    if (variable.starts_with(name + "=")) {
+      variable += ":" + value;
+      return;
+    }
+  }
+  variables.push_back(name + "=" + value);
+}
+
+[[noreturn]] void become(const std::vector<std::string>& command, const Environment& environment, int out, int err,
+                         const std::function<void()>& prepare) {
   std::vector<std::string> variables = sanitizerOptions();
   for (const auto& [name, value] : environment)
-    variables.push_back(name + "=" + value);
+    add(variables, name, value);
   std::vector<char*> arguments;
   std::vector<char*> entries;
   for (const std::string& word : command)
@@ -31,6 +43,7 @@ struct Pipe {
   entries.push_back(nullptr);
   ::dup2(out, STDOUT_FILENO);
   ::dup2(err, STDERR_FILENO);
+  if (prepare) prepare();
   ::execve(arguments[0], arguments.data(), entries.data());
   ::_exit(127);
 }
@@ -62,12 +75,13 @@ std::vector<std::string> sanitizerOptions() {
   return variables;
 }
 
-ChildResult runChild(const std::vector<std::string>& command, const Environment& environment) {
+ChildResult runChild(const std::vector<std::string>& command, const Environment& environment,
+                     const std::function<void()>& prepare) {
   const Pipe out;
   const Pipe err;
   const pid_t child = ::fork();
   if (child < 0) std::abort();
-  if (child == 0) become(command, environment, out.ends[1], err.ends[1]);
+  if (child == 0) become(command, environment, out.ends[1], err.ends[1], prepare);
   ::close(out.ends[1]);
   ::close(err.ends[1]);
   ChildResult result;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,8 +15,10 @@ struct ChildResult {
 
 using Environment = std::vector<std::pair<std::string, std::string>>;
 
-/// Runs a program to its end in exactly this environment and the sanitizers' options.
-ChildResult runChild(const std::vector<std::string>& command, const Environment& environment);
+/// Runs a program to its end in exactly this environment and the sanitizers' options, to which it may add. `prepare`
+/// runs in the child, before the program: it may put something else in the place of its standard error.
+ChildResult runChild(const std::vector<std::string>& command, const Environment& environment,
+                     const std::function<void()>& prepare = {});
 
 /// The options of the sanitizers in this process, as entries of an environment.
 std::vector<std::string> sanitizerOptions();

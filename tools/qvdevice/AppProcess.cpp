@@ -16,47 +16,38 @@ static constexpr int kTraceDescriptor = 3;
 static constexpr int kControlDescriptor = 4;
 
 AppProcess::AppProcess(Launch launch, Stream& stream) : stream_(stream) {
-  std::array<int, 2> pipe{};
   std::array<int, 2> sockets{};
   const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
-  if (nothing < 0 || pipe2(pipe.data(), O_CLOEXEC) != 0 ||
-      socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
+  if (nothing < 0 || socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
     throw std::system_error(errno, std::generic_category(), "no channel to the app");
   }
-  output_ = pipe[0];
+  const int output = console_.writingEnd();
   control_ = sockets[0];
-  fcntl(output_, F_SETFL, O_NONBLOCK);
   launch.descriptors = {{nothing, STDIN_FILENO},
-                        {pipe[1], STDOUT_FILENO},
-                        {pipe[1], STDERR_FILENO},
-                        {pipe[1], kTraceDescriptor},
+                        {output, STDOUT_FILENO},
+                        {output, STDERR_FILENO},
+                        {output, kTraceDescriptor},
                         {sockets[1], kControlDescriptor}};
   launch.environment["QVDEVICE_TRACE_FD"] = std::to_string(kTraceDescriptor);
   launch.environment["QVDEVICE_CONTROL_FD"] = std::to_string(kControlDescriptor);
   child_.emplace(launch);
   close(nothing);
-  close(pipe[1]);
   close(sockets[1]);
 }
 
 AppProcess::~AppProcess() {
   child_.reset();
-  close(output_);
   close(control_);
 }
 
 void AppProcess::readOutput() {
   std::array<char, 65536> buffer;
-  while (outputOpen_) {
-    const ssize_t length = read(output_, buffer.data(), buffer.size());
+  for (;;) {
+    const ssize_t length = read(console_.readingEnd(), buffer.data(), buffer.size());
     if (length < 0 && errno == EINTR) {
       continue;
     }
-    if (length < 0) {
-      return;
-    }
-    if (length == 0) {
-      outputOpen_ = false;
+    if (length <= 0) {
       return;
     }
     lastSaid_ = Clock::now();
@@ -77,7 +68,7 @@ void AppProcess::readAnswers() {
 void AppProcess::readOnce(Clock::duration limit) {
   const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(std::max(limit, Clock::duration::zero()));
   // A channel that the app has closed would be ready for ever.
-  std::array<pollfd, 3> ready{{{outputOpen_ ? output_ : -1, POLLIN, 0},
+  std::array<pollfd, 3> ready{{{console_.readingEnd(), POLLIN, 0},
                                {controlOpen_ ? control_ : -1, POLLIN, 0},
                                {signals_.descriptor(), POLLIN, 0}}};
   ::poll(ready.data(), ready.size(), static_cast<int>(milliseconds.count()));

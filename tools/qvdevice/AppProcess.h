@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Child.h"
+#include "Console.h"
 #include "Stream.h"
 
 namespace qvdevice {
@@ -15,7 +16,7 @@ class AppProcess {
 public:
   using Clock = std::chrono::steady_clock;
 
-  /// Starts the program of `launch` with one pipe for all that it says, and a socket for what it is told.
+  /// Starts the program of `launch` with one console for all that it says, and a socket for what it is told.
   AppProcess(Launch launch, Stream& stream);
   ~AppProcess();
   AppProcess(const AppProcess&) = delete;
@@ -40,9 +41,8 @@ private:
 
   Stream& stream_;
   SignalQueue signals_;
-  int output_ = -1;
+  Console console_;
   int control_ = -1;
-  bool outputOpen_ = true;
   bool controlOpen_ = true;
   std::optional<Child> child_;
   std::optional<int> ended_;

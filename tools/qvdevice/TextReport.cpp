@@ -78,6 +78,8 @@ public:
       entry("lifecycle", lifecycleInWords(textOf(record, "event")), Colour::kCyan);
     } else if (kind == "protection") {
       protection(record);
+    } else if (kind == "output") {
+      line(textOf(record, "text"));
     } else if (kind == "sdk") {
       call(record);
     } else if (verbose_) {

@@ -17,6 +17,7 @@
 #include <string>
 #include <thread>
 
+#include "Child.h"
 #include "Pool.h"
 
 namespace {
@@ -153,6 +154,36 @@ TEST_F(Confinement, WritingAndMovingInsideTheContainerSucceeds) {
   EXPECT_EQ(::rename(first.c_str(), second.c_str()), 0);
   EXPECT_EQ(::truncate(second.c_str(), 1), 0);
   EXPECT_EQ(::unlink(second.c_str()), 0);
+}
+
+/// What a program in a container of its own is told when it writes to a path outside, which is its standard error.
+std::string toldWhenWritingTo(const std::string &path) {
+  const ChildResult result = runChild({DEVICE_STARTER, "write", path}, {{"QVDEVICE_CONTAINER", freshFolder()}}, [path] {
+    const int descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+    ::dup2(descriptor, STDERR_FILENO);
+  });
+  return result.output;
+}
+
+TEST_F(Confinement, TheNamedPipeThatIsStandardErrorCanBeOpenedAgainForWriting) {
+  const std::string pipe = freshFolder() + "/pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(toldWhenWritingTo(pipe), "written\n");
+}
+
+TEST_F(Confinement, AFileThatIsStandardErrorCannotBeOpenedAgainForWriting) {
+  const std::string file = freshFolder() + "/file";
+  std::ofstream(file) << "precious";
+  EXPECT_EQ(toldWhenWritingTo(file), "Permission denied\n");
+  std::string text;
+  std::getline(std::ifstream(file), text);
+  EXPECT_EQ(text, "precious");
+}
+
+TEST_F(Confinement, ANamedPipeThatIsNotStandardErrorCannotBeOpenedForWriting) {
+  const std::string pipe = freshFolder() + "/pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(runStarter({"write", pipe}, {{"QVDEVICE_CONTAINER", freshFolder()}}).output, "Permission denied\n");
 }
 
 TEST_F(Confinement, TheNullDeviceCanBeWritten) {

@@ -1,6 +1,8 @@
 // starter                says that it got as far as main
 // starter trace          writes one trace event with a value of every kind
 // starter trace-threads  writes a hundred events on each of four threads
+// starter log            logs two lines with one NSLog
+// starter raise          raises an exception that nobody catches
 // starter trace-closed   writes an event that nobody can read any more
 // starter bundle         tells what the main bundle answers, a line each
 // starter write PATH     tries to write a file there and says how that went
@@ -137,6 +139,8 @@ int main(int count, char **words) {
       {"trace-closed", traceToNobody},
       {"bundle", tellOfTheBundle},
       {"write", [words] { tryToWrite(words[2]); }},
+      {"log", [] { NSLog(@"first\nsecond"); }},
+      {"raise", [] { [NSException raise:@"Odd" format:@"odd %d", 1]; }},
       {"weak-to-the-dying", referToTheDying},
       {"sync-on-main", syncOnMain},
       {"sync-on-itself", syncOnItself},
