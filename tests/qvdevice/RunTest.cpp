@@ -188,8 +188,8 @@ TEST(Run, givesTheAppTheDeviceThatWasAskedFor) {
       folder.app("Outside", appSource("printf(\"%s %d\\n\", [[[UIDevice currentDevice] systemVersion] UTF8String], "
                                       "(int)[[UIDevice currentDevice] userInterfaceIdiom]); fflush(stdout);"));
   // A sanitizer's symbolizer would inherit the preloaded library, and its complaints would be the app's output.
-  const Ended ended =
-      qvdevice({"run", "--json", "--system-version", "9.3", "--idiom", "pad", app}, {"ASAN_OPTIONS=symbolize=0"});
+  const Ended ended = qvdevice({"run", "--json", "--system-version", "9.3", "--idiom", "pad", app},
+                               {"ASAN_OPTIONS=symbolize=0:log_path=stdout"});
   EXPECT_THAT(texts(objectsOf(ended.out, "output"), "text"), ElementsAre("9.3 1"));
 }
 

@@ -2,9 +2,27 @@
 
 #import <Foundation/Foundation.h>
 
+#include <objc/runtime.h>
+
 #include <fstream>
 #include <regex>
 #include <sstream>
+
+@interface NSObject (SBLogHelper)
++ (void)stopInterceptingLogsPreservingFile:(BOOL)preserving;
+@end
+
+// A test program that is linked with the library has had its standard error captured by now, and the SDK writes no log
+// file of its own meanwhile. Both are for the tester; the capture has tests of its own, in processes of their own.
+@interface QVTestersOutput : NSObject
+@end
+@implementation QVTestersOutput
++ (void)load {
+  NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+  [objc_getClass("SBLogHelper") stopInterceptingLogsPreservingFile:NO];
+  [pool drain];
+}
+@end
 
 namespace support {
 namespace {

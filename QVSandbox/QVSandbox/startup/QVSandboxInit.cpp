@@ -2,12 +2,14 @@
 // before any code of the host app's own:
 //
 //   1. the library's methods and classes become known to the runtime
-//   2. UIApplication's methods are exchanged
-//   3. QVSandboxInit
+//   2. the capture of standard error begins
+//   3. UIApplication's methods are exchanged
+//   4. QVSandboxInit
 //
 // They stand in this file because that is what fixes their order on both targets.
 #include "QVSandboxInit.hpp"
 
+#include "../lifecycle/SBLogHelper.hpp"
 #include "../lifecycle/UIApplication+Sandbox.hpp"
 #include "../platform/Foundation/NSFileManager.hpp"
 #include "../platform/Foundation/NSPathUtilities.hpp"
@@ -52,6 +54,8 @@ constexpr void (*installers[])() = {
 [[gnu::constructor(101)]] void load() {
   const AutoreleasePool pool;
   addMethodsAndClasses();
+  // The runtime runs `+load` of what a compiler has put into an image, not of a class that was registered.
+  SBLogHelper::load();
   loadUIApplicationSandbox();
 }
 

@@ -3,6 +3,7 @@
 #include "../diagnostics/SBUtil.hpp"
 #include "../lifecycle/HiddenApplicationContentViewController.hpp"
 #include "../lifecycle/QVZorbelDelegate.hpp"
+#include "../lifecycle/SBLogHelper.hpp"
 #include "../lifecycle/UIApplication+Sandbox.hpp"
 #include "../lifecycle/ZBWrappedApplicationDelegate.hpp"
 #include "../policy/Constants.hpp"
@@ -23,6 +24,7 @@ constexpr const Category* categories[] = {
 
 constexpr Class (*classes[])() = {
     &registerHiddenApplicationContentViewController, //
+    &registerSBLogHelper,
     &registerSBUtil,
     &registerSBZorbelConfigHelper,
     &registerZBWrappedApplicationDelegate,
