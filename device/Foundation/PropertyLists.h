@@ -5,6 +5,8 @@
 
 namespace qvdevice {
 
+bool isPropertyList(id object);
+
 // The XML form; nil when `object` holds anything that a property list cannot.
 NSData *propertyListData(id object);
 

@@ -1,7 +1,6 @@
 #import "PropertyLists.h"
 
 namespace qvdevice {
-namespace {
 
 // Debian's own check answers YES to everything and its writer then stores descriptions.
 bool isPropertyList(id object) {
@@ -20,8 +19,6 @@ bool isPropertyList(id object) {
   }
   return false;
 }
-
-} // namespace
 
 NSData *propertyListData(id object) {
   if (!isPropertyList(object)) return nil;

@@ -90,7 +90,7 @@ bool standardErrorKeepsNothing() {
 
 } // namespace
 
-void confineWritesTo(const std::string& container) {
+void confineWritesTo(const std::string& container, const std::string& device) {
   const long version = ::syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION);
   if (version < 0)
     refuse("this kernel cannot confine a process to its container: Landlock is not available" + because(errno));
@@ -101,6 +101,9 @@ void confineWritesTo(const std::string& container) {
   const Ruleset rules(kWriteTree | truncate);
   if (!rules.allow(container.c_str(), kWriteTree | truncate)) {
     refuse("the container \"" + container + "\" cannot be opened" + because(errno));
+  }
+  if (!device.empty() && !rules.allow(device.c_str(), kWriteTree | truncate)) {
+    refuse("the device's folder \"" + device + "\" cannot be opened" + because(errno));
   }
   for (const char* sink : {"/dev/null", "/dev/tty"})
     rules.allow(sink, kWriteFile | truncate);

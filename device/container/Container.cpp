@@ -1,14 +1,12 @@
 #include "container/Container.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 
+#include "container/FolderCheck.h"
 #include "container/Refusal.h"
 
 namespace qvdevice {
@@ -22,16 +20,7 @@ std::string checkedContainerPath() {
   if (given == nullptr || *given == '\0') {
     refuse(std::string("there is no container (QVDEVICE_CONTAINER is not set)") + kHowToRun);
   }
-  const std::string container = std::string("the container \"") + given + "\" ";
-  if (*given != '/') refuse(container + "is not an absolute path" + kHowToRun);
-  char resolved[PATH_MAX];
-  if (::realpath(given, resolved) == nullptr) refuse(container + "cannot be used: " + std::strerror(errno) + kHowToRun);
-  struct stat status{};
-  if (::stat(resolved, &status) != 0) refuse(container + "cannot be used: " + std::strerror(errno) + kHowToRun);
-  if (!S_ISDIR(status.st_mode)) refuse(container + "is not a folder" + kHowToRun);
-  if (std::strcmp(resolved, "/") == 0) refuse(container + "is the whole file system" + kHowToRun);
-  if (::access(resolved, R_OK | W_OK | X_OK) != 0) refuse(container + "cannot be written" + kHowToRun);
-  return resolved;
+  return checkedFolder("the container", given, kHowToRun);
 }
 
 } // namespace

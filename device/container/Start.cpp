@@ -6,6 +6,7 @@
 
 #include "container/Confinement.h"
 #include "container/Container.h"
+#include "container/DeviceFolder.h"
 #include "container/Launch.h"
 #include "container/Refusal.h"
 #include "container/Settings.h"
@@ -33,7 +34,7 @@ __attribute__((constructor(101))) static void QVDeviceStart() {
   settings();
   launch();
   checkThatTheDeviceAnswersForFoundation();
-  confineWritesTo(container);
+  confineWritesTo(container, deviceFolder());
   makeStandardFolders();
   pointEnvironmentAtContainer();
   // What was put into this process is not meant for the programs that it starts.

@@ -101,6 +101,50 @@ TEST(Start, WithAContainerBehindALinkConfinesToWhereTheLinkLeads) {
   EXPECT_EQ(runStarter({"write", folder + "/file"}, environment).output, "Permission denied\n");
 }
 
+TEST(Start, WithAFolderForTheDeviceMayWriteThereToo) {
+  const std::string folder = freshFolder();
+  for (const char *each : {"/container", "/device", "/other"})
+    ::mkdir((folder + each).c_str(), 0755);
+  const Environment environment{{"QVDEVICE_CONTAINER", folder + "/container"}, {"QVDEVICE_DEVICE", folder + "/device"}};
+  EXPECT_EQ(runStarter({"write", folder + "/container/file"}, environment).output, "written\n");
+  EXPECT_EQ(runStarter({"write", folder + "/device/file"}, environment).output, "written\n");
+  EXPECT_EQ(runStarter({"write", folder + "/other/file"}, environment).output, "Permission denied\n");
+  EXPECT_EQ(runStarter({"write", folder + "/file"}, environment).output, "Permission denied\n");
+}
+
+TEST(Start, WithAnEmptyNameForTheDevicesFolderHasADeviceToItself) {
+  EXPECT_EQ(runStarter({}, {{"QVDEVICE_CONTAINER", freshFolder()}, {"QVDEVICE_DEVICE", ""}}).status, 0);
+}
+
+TEST(Start, WithAFolderForTheDeviceThatCannotBeUsedIsRefused) {
+  const std::string advice = "; name an empty or a new folder with \"qvdevice run --device DIR APP\"\n";
+  const std::string container = freshFolder();
+  expectRefused({{"QVDEVICE_CONTAINER", container}, {"QVDEVICE_DEVICE", "device"}},
+                "QVDevice: the device's folder \"device\" is not an absolute path" + advice);
+  expectRefused({{"QVDEVICE_CONTAINER", container}, {"QVDEVICE_DEVICE", container + "-missing"}},
+                "QVDevice: the device's folder \"" + container +
+                    "-missing\" cannot be used: No such file or directory" + advice);
+  expectRefused({{"QVDEVICE_CONTAINER", container}, {"QVDEVICE_DEVICE", "/"}},
+                "QVDevice: the device's folder \"/\" is the whole file system" + advice);
+}
+
+TEST(Start, WithAFolderForTheDeviceThatAnAppCouldTakeForItsOwnIsRefused) {
+  const std::string advice = "; name an empty or a new folder with \"qvdevice run --device DIR APP\"\n";
+  const std::string outer = freshFolder();
+  const std::string inner = outer + "/inner";
+  ::mkdir(inner.c_str(), 0755);
+  expectRefused({{"QVDEVICE_CONTAINER", outer}, {"QVDEVICE_DEVICE", inner}},
+                "QVDevice: the device's folder \"" + inner + "\" lies in the container \"" + outer + "\"" + advice);
+  expectRefused({{"QVDEVICE_CONTAINER", outer}, {"QVDEVICE_DEVICE", outer}},
+                "QVDevice: the device's folder \"" + outer + "\" lies in the container \"" + outer + "\"" + advice);
+  expectRefused({{"QVDEVICE_CONTAINER", inner}, {"QVDEVICE_DEVICE", outer}},
+                "QVDevice: the device's folder \"" + outer + "\" holds the container \"" + inner + "\"" + advice);
+  // Alike in name only.
+  const std::string neighbour = outer + "/inner-too";
+  ::mkdir(neighbour.c_str(), 0755);
+  EXPECT_EQ(runStarter({}, {{"QVDEVICE_CONTAINER", inner}, {"QVDEVICE_DEVICE", neighbour}}).status, 0);
+}
+
 TEST(Start, WithGoodSettingsReachesMain) {
   const std::string settings =
       R"({"systemVersion":"9.3.5","idiom":"pad","defaultProtection":"NSFileProtectionCompleteUnlessOpen"})";

@@ -1,0 +1,28 @@
+#include "container/FolderCheck.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+
+#include "container/Refusal.h"
+
+namespace qvdevice {
+
+std::string checkedFolder(const std::string& what, const char* given, const std::string& advice) {
+  const std::string folder = what + " \"" + given + "\" ";
+  if (*given != '/') refuse(folder + "is not an absolute path" + advice);
+  char resolved[PATH_MAX];
+  if (::realpath(given, resolved) == nullptr) refuse(folder + "cannot be used: " + std::strerror(errno) + advice);
+  struct stat status{};
+  if (::stat(resolved, &status) != 0) refuse(folder + "cannot be used: " + std::strerror(errno) + advice);
+  if (!S_ISDIR(status.st_mode)) refuse(folder + "is not a folder" + advice);
+  if (std::strcmp(resolved, "/") == 0) refuse(folder + "is the whole file system" + advice);
+  if (::access(resolved, R_OK | W_OK | X_OK) != 0) refuse(folder + "cannot be written" + advice);
+  return resolved;
+}
+
+} // namespace qvdevice
