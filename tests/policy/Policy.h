@@ -46,6 +46,10 @@
 - (void)wipeApplication;
 - (void)takeSnapshot;
 - (void)restoreSnapshot;
+- (void)_snapshotPasteboard;
+- (void)_restorePasteboardSnapshot;
+- (BOOL)_isZorbelItem:(NSDictionary *)item;
+- (NSSet *)_zorbelItems:(NSArray *)items;
 - (void)pasteboardContentChanged:(NSNotification *)notification;
 - (BOOL)isPasscodeExtensionActive;
 - (BOOL)canAppDisplayPasscodeExtension;

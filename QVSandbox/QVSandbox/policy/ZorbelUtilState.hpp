@@ -44,6 +44,7 @@ public:
     pasteboardProxyForwardInvocationReturnAddress_ = address;
   }
   NSArray pasteboardSnapshot() const { return pasteboardSnapshot_; }
+  void setPasteboardSnapshot(NSArray items) { pasteboardSnapshot_ = items; }
 
   /// Makes the shared instance; the runtime's doing, before the first message to the class.
   static void initialize(Class self, SEL);
@@ -85,7 +86,7 @@ private:
   /// is not ready. Owned, so that it stays for the length of a question.
   Strong<Zorbel> readyZorbel() const;
 
-  /// Items, each a dictionary from pasteboard type to value.
+  /// Items, each a dictionary from pasteboard type to value; nil when they were asked for without an SDK.
   Strong<NSArray> pasteboardSnapshot_;
   BOOL registeredForPasteboardChangeNotification_ = NO;
   Weak<Zorbel> zorbel_;

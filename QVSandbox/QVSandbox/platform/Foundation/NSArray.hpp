@@ -13,4 +13,10 @@ class NSArray : public NSObject {
   QVSB_METHOD(Object, lastObject, "lastObject")
 };
 
+class NSMutableArray : public NSArray {
+  QVSB_HANDLE(NSMutableArray, NSArray)
+  QVSB_CLASS_METHOD(NSMutableArray, array, "array")
+  QVSB_METHOD(void, addObject, "addObject:", Object)
+};
+
 } // namespace qvsb

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "NSObject.hpp"
+#include "NSRange.hpp"
 
 namespace qvsb {
 
@@ -8,6 +9,8 @@ using NSDataWritingOptions = NSUInteger;
 
 class NSData : public NSObject {
   QVSB_HANDLE(NSData, NSObject)
+  QVSB_METHOD(NSUInteger, length, "length")
+  QVSB_METHOD(void, getBytes_range, "getBytes:range:", void*, NSRange)
 };
 
 } // namespace qvsb

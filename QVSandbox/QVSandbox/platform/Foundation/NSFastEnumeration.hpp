@@ -44,4 +44,12 @@ template <class Test> bool anyOf(NSObject collection, Test&& test) {
   return false;
 }
 
+/// Calls `work` with every entry, in the collection's own order. `work` must not change the collection.
+template <class Work> void forEach(NSObject collection, Work&& work) {
+  anyOf(collection, [&](Object entry) {
+    work(entry);
+    return false;
+  });
+}
+
 } // namespace qvsb

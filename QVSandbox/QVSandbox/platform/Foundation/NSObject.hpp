@@ -11,6 +11,8 @@ class NSObject : public Object {
   QVSB_HANDLE(NSObject, Object)
   QVSB_METHOD(BOOL, isKindOfClass, "isKindOfClass:", Class)
   QVSB_METHOD(BOOL, isEqual, "isEqual:", Object)
+  /// The same for equal objects.
+  QVSB_METHOD(NSUInteger, hash, "hash")
   QVSB_METHOD(BOOL, respondsToSelector, "respondsToSelector:", SEL)
   QVSB_METHOD(NSString, description, "description")
 };

@@ -7,6 +7,8 @@ namespace qvsb {
 class NSSet : public NSObject {
   QVSB_HANDLE(NSSet, NSObject)
   QVSB_METHOD(NSArray, allObjects, "allObjects")
+  /// The member that is equal to an object, if there is one.
+  QVSB_METHOD(Object, member, "member:", Object)
 };
 
 class NSMutableSet : public NSSet {

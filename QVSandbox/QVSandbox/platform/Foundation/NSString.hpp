@@ -16,9 +16,11 @@ inline constexpr NSStringEncoding NSISOLatin1StringEncoding = 5;
 
 enum class NSComparisonResult : NSInteger { orderedAscending = -1, orderedSame = 0, orderedDescending = 1 };
 
+/// How texts are compared and searched; 0 for plain texts.
 using NSStringCompareOptions = NSUInteger;
 /// Digits count as the number that they make.
 inline constexpr NSStringCompareOptions NSNumericSearch = 64;
+inline constexpr NSStringCompareOptions NSRegularExpressionSearch = 1024;
 
 /// A UTF-16 code unit, which is what a string counts in.
 using unichar = char16_t;
@@ -37,6 +39,10 @@ class NSString : public NSObject {
   QVSB_METHOD(NSStringEncoding, fastestEncoding, "fastestEncoding")
   QVSB_METHOD(BOOL, getCString_maxLength_encoding, "getCString:maxLength:encoding:", char*, NSUInteger,
               NSStringEncoding)
+  /// The first occurrence. An expression that is none, and the empty text, are nowhere.
+  QVSB_METHOD(NSRange, rangeOfString_options, "rangeOfString:options:", NSString, NSStringCompareOptions)
+  QVSB_METHOD(NSString, stringByReplacingOccurrencesOfString_withString,
+              "stringByReplacingOccurrencesOfString:withString:", NSString, NSString)
   QVSB_METHOD(NSString, stringByAppendingPathComponent, "stringByAppendingPathComponent:", NSString)
 
   /// `stringWithFormat:`; arguments are handles, numbers and C strings.
