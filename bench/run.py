@@ -177,6 +177,7 @@ def main(build):
     allocations = max(run["allocations"] for runs in lists.values() for run in runs)
     table.value("allocations of such a question", f"{allocations:g}")
     table.value("activity types excluded, 1000 patterns", f"{middle(lists['Whitelist/unrelated'], lambda r: r['merged']) / 1000:.2f} us")
+
     restores = bench.measure("bench_restore")
     for count in (10, 1000):
         table.ratio(f"restore of {count} pasteboard items : Foundation's sets", restores[f"Restore{count}"], "guard", "byHand", **micro)

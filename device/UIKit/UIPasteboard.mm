@@ -29,7 +29,7 @@ void refused(const std::string &sentence) {
 
 PasteboardStore &devicesStore() {
   static PasteboardStore &store =
-      *new PasteboardStore(deviceFolder().empty() ? std::string() : deviceFolder() + "/Pasteboard.db", refused);
+      *new PasteboardStore(deviceFolder().empty() ? std::string() : deviceFolder() + "/pasteboard.db", refused);
   return store;
 }
 

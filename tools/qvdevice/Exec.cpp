@@ -52,6 +52,7 @@ int exec(const ExecOptions& options) {
   Launch launch;
   launch.command = options.command;
   launch.environment["QVDEVICE_CONTAINER"] = container.path().string();
+  launch.environment["QVDEVICE_DEVICE"] = std::nullopt;
   // The confined program can write nowhere else; what looks for the usual place finds one that works.
   launch.environment["TMPDIR"] = temporary.string();
   launch.environment["TEST_TMPDIR"] = temporary.string();

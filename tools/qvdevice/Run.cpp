@@ -9,6 +9,7 @@
 #include "AppRun.h"
 #include "Bundle.h"
 #include "Container.h"
+#include "Device.h"
 #include "Events.h"
 #include "Failure.h"
 #include "Installation.h"
@@ -87,6 +88,8 @@ Launch makeLaunch(const RunOptions& options, const Bundle& bundle, const fs::pat
   Launch launch;
   launch.command = {(install(bundle, container) / bundle.executable).string()};
   launch.environment["QVDEVICE_CONTAINER"] = container.string();
+  launch.environment["QVDEVICE_DEVICE"] =
+      options.device ? std::optional(prepareDevice(*options.device).string()) : std::nullopt;
   launch.environment["QVDEVICE_SETTINGS"] = settingsOf(options).dump();
   launch.environment["QVDEVICE_LAUNCH"] =
       options.launchUrl ? std::optional(launchOptionsOf(options).dump()) : std::nullopt;

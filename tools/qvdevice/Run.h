@@ -10,6 +10,8 @@ struct RunOptions {
   std::filesystem::path app;
   std::optional<std::filesystem::path> policies;
   std::optional<std::filesystem::path> container;
+  /// Where the device keeps what its apps have in common; without it the app has a device to itself.
+  std::optional<std::filesystem::path> device;
   std::optional<std::filesystem::path> events;
   std::string systemVersion = "17.0";
   std::string idiom = "phone";

@@ -49,6 +49,9 @@ static void addRun(CLI::App& run, RunOptions& options) {
   run.add_flag("--without-terminate-with-success", options.withoutTerminateWithSuccess,
                "The application does not answer to terminateWithSuccess");
   run.add_option("--container", options.container, "The app's container, kept; without it a fresh one, removed after");
+  run.add_option("--device", options.device,
+                 "Where the device keeps what its apps have in common, the pasteboard for one; without it the app has "
+                 "a device to itself");
   run.add_flag("--keep", options.keep, "Leave the fresh container behind and say where it is");
   run.add_flag("--no-library", options.noLibrary, "Run the app by itself, to compare");
   run.add_flag("--json", options.json, "One JSON object a line instead of text");

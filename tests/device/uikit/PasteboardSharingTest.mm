@@ -70,7 +70,7 @@ protected:
   }
 
   const std::string device = freshFolder();
-  const std::string database = device + "/Pasteboard.db";
+  const std::string database = device + "/pasteboard.db";
 };
 
 } // namespace
