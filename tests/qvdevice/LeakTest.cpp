@@ -90,6 +90,14 @@ TEST_F(Leak, isClosedWhenTheAppIsEndedWhileItIsActive) {
   EXPECT_THAT(seen(), ElementsAre("nothing"));
 }
 
+TEST_F(Leak, isClosedOrLeftOpenByThePolicyOfTheMoment) {
+  run(LEAKER_APP, R"({"ready": true, "authState": 1, "pasteboardPolicy": 1})",
+      "wait 300\nset pasteboardPolicy 0\nresign\nterminate\n");
+  EXPECT_THAT(seen(), ElementsAre("nothing"));
+  run(LEAKER_APP, kUnauthorized, "wait 300\nset pasteboardPolicy 2\nresign\nterminate\n");
+  expectTheSecret();
+}
+
 TEST_F(Leak, isClosedEachTimeThatTheAppIsUsed) {
   run(LEAKER_APP, kUnauthorized, "background\nforeground\nwait 300\nbackground\nforeground\nwait 300\nterminate\n");
   EXPECT_THAT(seen(), ElementsAre("nothing"));
