@@ -119,11 +119,13 @@ TEST(AnotherLibrary, ThatTookTheNamesOfTwoReplacementsIsLoggedAndTheOtherMethods
            "selector sb_" +
            selector + " does not match original " + selector + " in class UIApplication";
   };
-  // Before anything else, and in the order in which they are tried.
-  ASSERT_GE(lines.size(), 3U);
-  EXPECT_EQ(lines[0], refused("setDelegate:"));
-  EXPECT_EQ(lines[1], refused("_setDelegate:assumeOwnership:"));
-  EXPECT_EQ(lines[2], "2 Sandboxing application carrying_host (4.2.0.18)");
+  // After the capture of standard error has begun and before anything else, in the order in which they are tried.
+  ASSERT_GE(lines.size(), 5U);
+  EXPECT_EQ(lines[0], "2 [ZorbelWrapper] Starting logs interception.");
+  EXPECT_EQ(lines[1], "sdk setLoggingToFileSuspended:");
+  EXPECT_EQ(lines[2], refused("setDelegate:"));
+  EXPECT_EQ(lines[3], refused("_setDelegate:assumeOwnership:"));
+  EXPECT_EQ(lines[4], "2 Sandboxing application carrying_host (4.2.0.18)");
   EXPECT_EQ(about("openURL:", lines), (Lines{kHook + "openURL:]"}));
   EXPECT_EQ(asking(lines), (Lines{"host asks for its delegate",
                                   "0 -[UIApplication(Sandbox) sb_delegate] Returning delegate <QVCarryingDelegate>",

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 #include <fstream>
+#include <map>
 #include <sstream>
 
 #include <fcntl.h>
@@ -34,6 +35,38 @@ std::string contentOf(const fs::path& file) {
   std::ostringstream text;
   text << std::ifstream(file, std::ios::binary).rdbuf();
   return text.str();
+}
+
+/// What the capture logs, as "<level> <text>".
+std::vector<std::string> capturesLog(const Ended& ended) {
+  std::vector<std::string> lines;
+  for (const auto& line : objectsOf(ended.out, "log")) {
+    const std::string text = line["text"];
+    for (const char* part :
+         {"interception", "STDERR", "file descriptor", "file streams", "temporary file", "nil path"}) {
+      if (text.find(part) != std::string::npos) {
+        lines.push_back(std::to_string(line["level"].get<int>()) + " " + text);
+        break;
+      }
+    }
+  }
+  return lines;
+}
+
+/// What the capture files of a container hold, oldest first.
+std::vector<std::string> capturesIn(const fs::path& container) {
+  std::map<std::string, std::string> contents;
+  for (const auto& file : fs::directory_iterator(container / "Library/Logs/Zorbel")) {
+    const std::string name = file.path().filename();
+    if (name.starts_with("sandbox_")) {
+      contents[name] = contentOf(file);
+    }
+  }
+  std::vector<std::string> all;
+  for (const auto& [name, content] : contents) {
+    all.push_back(content);
+  }
+  return all;
 }
 
 const char* const kCapturedAndNot = R"(
@@ -101,16 +134,39 @@ TEST(Run, showsWhatAnAppLogsThoughItsStandardErrorIsCapturedAndTheRestWhenItIsNo
   const Ended ended = qvdevice({"run", "--json", "--container", container, capturingApp(folder)}, kEnvironment);
   EXPECT_EQ(ended.status, 0) << ended.out << ended.err;
   EXPECT_THAT(outputOf(ended), ElementsAre(EndsWith("] logged"), "said", "shown again", EndsWith("] logged again")));
-  for (const auto& line : objectsOf(ended.out, "log")) {
-    EXPECT_NE(line["level"], 0) << line;
-  }
-  std::vector<std::string> captures;
-  for (const auto& file : fs::directory_iterator(fs::path(container) / "Library/Logs/Zorbel")) {
-    if (file.path().filename().string().starts_with("sandbox_")) {
-      captures.push_back(contentOf(file));
-    }
-  }
-  EXPECT_THAT(captures, ElementsAre(testing::MatchesRegex("captured\n[^\n]*\\] logged\n")));
+  EXPECT_EQ(capturesLog(ended), std::vector<std::string>{"2 [ZorbelWrapper] Starting logs interception."});
+  EXPECT_THAT(capturesIn(container), ElementsAre(testing::MatchesRegex("captured\n[^\n]*\\] logged\n")));
+}
+
+TEST(Run, capturesAsTheConfigurationSaysOffThenOnThenOffAgainAndNeverAfterThat) {
+  const WorkFolder folder;
+  const std::string container = folder.path() / "container";
+  // Says on standard error what it is configured to, once the library has done what it is configured to.
+  std::string source = appSource(R"(fprintf(stderr, "at launch\n");)");
+  const std::string launch = "- (BOOL)application:";
+  source.insert(source.find(launch), R"(
+- (NSString *)zorbelConfigIs:(NSDictionary *)config {
+  fprintf(stderr, "%s\n", [[config objectForKey:@"say"] UTF8String]);
+  return nil;
+}
+)");
+  const std::string policies =
+      folder.write("policies.json", R"({"ready": true, "authState": 1, "config": {"say": "ready and off"}})");
+  const std::string events = folder.write("events", R"(
+set config {"say": "on", "QV_ZB_WR_ENABLE_LOG_CAPTURE": true}
+set config {"say": "on still", "QV_ZB_WR_ENABLE_LOG_CAPTURE": "YES"}
+set config {"say": "off again"}
+set config {"say": "on for nothing", "QV_ZB_WR_ENABLE_LOG_CAPTURE": 1}
+set config {"say": "off for nothing"}
+)");
+  const Ended ended = qvdevice({"run", "--json", "--container", container, "--policies", policies, "--events", events,
+                                folder.app("Outside", source)},
+                               kEnvironment);
+  EXPECT_EQ(ended.status, 0) << ended.out << ended.err;
+  EXPECT_THAT(outputOf(ended), ElementsAre("ready and off", "off again", "on for nothing", "off for nothing"));
+  EXPECT_THAT(capturesIn(container), ElementsAre("on\non still\n"));
+  const std::string start = "2 [ZorbelWrapper] Starting logs interception.";
+  EXPECT_EQ(capturesLog(ended), (std::vector<std::string>{start, start, "0 No file streams were found."}));
 }
 
 TEST(Run, showsAPersonWhatACapturedAppLogsWithoutItsPrefix) {
