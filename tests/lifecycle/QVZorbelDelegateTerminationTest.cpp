@@ -56,6 +56,11 @@ TEST(ProcessEnd, IsThePlatformsOwnOnALaterTurnOfTheMainQueueAndNothingElse) {
             (Lines{"launched", "log 2 exiting application", "host applicationWillTerminate:", "exit"}));
 }
 
+TEST(ProcessEnd, IsLeftToThePlatformThoughItTakesItsTime) {
+  EXPECT_EQ(linesOf(version("17.0"), {"patient"}),
+            (Lines{"launched", "log 2 exiting application", "terminateWithSuccess", "ended at last", "exit"}));
+}
+
 TEST(ProcessEnd, WithoutThePlatformsOwnTellsTheDelegateThenTheSDKAndExitsWithZero) {
   EXPECT_EQ(linesOf(R"({"terminateWithSuccess":false})"), kOnALaterTurn);
 }

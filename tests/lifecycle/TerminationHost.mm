@@ -1,5 +1,6 @@
 // termination_host           ends the app as the SDK's delegate does, and says what happens, a line each
 // termination_host gone      the same once the SDK has been released
+// termination_host patient   the same where the platform's own way to end the app takes its time
 #import <UIKit/UIKit.h>
 #import <Zorbel/Zorbel.h>
 
@@ -38,7 +39,23 @@ void sayLogLine(id, SEL, NSInteger level, NSString *format, ...) {
 
 void restoreSnapshot(id, SEL) { say("pasteboard restored"); }
 
+void terminateLater(id application, SEL) {
+  say("terminateWithSuccess");
+  [application performSelector:@selector(endAtLast) withObject:nil afterDelay:0.2];
+}
+
 } // namespace
+
+@interface UIApplication (QVTestPatience)
+- (void)endAtLast;
+@end
+
+@implementation UIApplication (QVTestPatience)
+- (void)endAtLast {
+  say("ended at last");
+  std::exit(0);
+}
+@end
 
 @interface QVTestExitingSDK : NSObject
 @end
@@ -80,6 +97,9 @@ int main(int argc, char *argv[]) {
   NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
   mainThread = gettid();
   sdkIsGone = argc > 1 && std::strcmp(argv[1], "gone") == 0;
+  if (argc > 1 && std::strcmp(argv[1], "patient") == 0)
+    class_addMethod([UIApplication class], sel_registerName("terminateWithSuccess"),
+                    reinterpret_cast<IMP>(&terminateLater), "v16@0:8");
   std::atexit([] { say("exit"); });
   qvsb::addMethodsAndClasses();
   method_setImplementation(class_getClassMethod([Zorbel class], @selector(wrapperLogAtLevel:format:)),
