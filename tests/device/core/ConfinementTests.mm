@@ -158,10 +158,11 @@ TEST_F(Confinement, WritingAndMovingInsideTheContainerSucceeds) {
 
 /// What a program in a container of its own is told when it writes to a path outside, which is its standard error.
 std::string toldWhenWritingTo(const std::string &path) {
-  const ChildResult result = runChild({DEVICE_STARTER, "write", path}, {{"QVDEVICE_CONTAINER", freshFolder()}}, [path] {
-    const int descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
-    ::dup2(descriptor, STDERR_FILENO);
-  });
+  const ChildResult result =
+      runChild({DEVICE_STARTER, "append", path}, {{"QVDEVICE_CONTAINER", freshFolder()}}, [path] {
+        const int descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
+        ::dup2(descriptor, STDERR_FILENO);
+      });
   return result.output;
 }
 
@@ -183,7 +184,7 @@ TEST_F(Confinement, AFileThatIsStandardErrorCannotBeOpenedAgainForWriting) {
 TEST_F(Confinement, ANamedPipeThatIsNotStandardErrorCannotBeOpenedForWriting) {
   const std::string pipe = freshFolder() + "/pipe";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_EQ(runStarter({"write", pipe}, {{"QVDEVICE_CONTAINER", freshFolder()}}).output, "Permission denied\n");
+  EXPECT_EQ(runStarter({"append", pipe}, {{"QVDEVICE_CONTAINER", freshFolder()}}).output, "Permission denied\n");
 }
 
 TEST_F(Confinement, TheNullDeviceCanBeWritten) {

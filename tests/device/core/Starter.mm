@@ -6,6 +6,7 @@
 // starter trace-closed   writes an event that nobody can read any more
 // starter bundle         tells what the main bundle answers, a line each
 // starter write PATH     tries to write a file there and says how that went
+// starter append PATH    the same at the end of one
 // starter weak-to-the-dying  makes a weak reference to an object whose last reference is gone
 // starter sync-on-main, sync-on-itself  wait for a queue that only they could run
 // starter commands       does what it is told through the control socket until that is closed
@@ -31,8 +32,8 @@
 
 namespace {
 
-void tryToWrite(const char *path) {
-  const int descriptor = ::open(path, O_WRONLY | O_CREAT | O_TRUNC, 0644);
+void tryToWrite(const char *path, int how) {
+  const int descriptor = ::open(path, O_WRONLY | O_CREAT | how, 0644);
   std::printf("%s\n", descriptor >= 0 ? "written" : std::strerror(errno));
   if (descriptor >= 0) ::close(descriptor);
 }
@@ -138,7 +139,8 @@ int main(int count, char **words) {
       {"trace-threads", traceOnThreads},
       {"trace-closed", traceToNobody},
       {"bundle", tellOfTheBundle},
-      {"write", [words] { tryToWrite(words[2]); }},
+      {"write", [words] { tryToWrite(words[2], O_TRUNC); }},
+      {"append", [words] { tryToWrite(words[2], O_APPEND); }},
       {"log", [] { NSLog(@"first\nsecond"); }},
       {"raise", [] { [NSException raise:@"Odd" format:@"odd %d", 1]; }},
       {"weak-to-the-dying", referToTheDying},
