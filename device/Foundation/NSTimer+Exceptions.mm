@@ -12,10 +12,10 @@
   if (_invalidated) return;
   if (_block)
     _block(self);
-  else if (_target)
+  else if (_selector)
     [_target performSelector:_selector withObject:self];
-  else
-    [_info invoke];
+  else // an invocation; Foundation's own housekeeping, every thirty seconds, is one
+    [(NSInvocation *)_target invoke];
   if (!_repeats) [self invalidate];
 }
 
