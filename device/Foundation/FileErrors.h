@@ -5,9 +5,10 @@
 
 namespace qvdevice {
 
-// Both store into `slot`, which may be NULL, and answer NO, so that a failure is one return statement.
+// Each stores into `slot`, which may be NULL, and answer NO, so that a failure is one return statement.
 BOOL failedWriting(NSError **slot, NSString *path, int posix);
 BOOL failedReading(NSError **slot, NSString *path, int posix);
+BOOL failedRemoving(NSError **slot, NSString *path, int posix);
 
 // For what has no errno: a scheme that cannot be written, an encoding that cannot hold the text.
 BOOL failed(NSError **slot, NSInteger code, NSString *description, NSDictionary *info);

@@ -89,6 +89,14 @@ NSString *readingDescription(int posix, NSString *path) {
   }
 }
 
+NSString *removingDescription(int posix, NSString *path) {
+  NSString *const name = [path lastPathComponent];
+  if (writingCode(posix) == NSFileWriteNoPermissionError)
+    return
+        [NSString stringWithFormat:@"“%@” couldn’t be removed because you don’t have permission to access it.", name];
+  return [NSString stringWithFormat:@"“%@” couldn’t be removed.", name];
+}
+
 NSDictionary *information(NSString *path, int posix) {
   NSMutableDictionary *const info = [NSMutableDictionary dictionary];
   if (path) [info setObject:path forKey:NSFilePathErrorKey];
@@ -115,6 +123,11 @@ BOOL failedWriting(NSError **slot, NSString *path, int posix) {
 BOOL failedReading(NSError **slot, NSString *path, int posix) {
   if (!slot) return NO;
   return failed(slot, readingCode(posix), readingDescription(posix, path), information(path, posix));
+}
+
+BOOL failedRemoving(NSError **slot, NSString *path, int posix) {
+  if (!slot) return NO;
+  return failed(slot, writingCode(posix), removingDescription(posix, path), information(path, posix));
 }
 
 } // namespace qvdevice

@@ -1,5 +1,7 @@
 #import "FilePath.h"
 
+#import "FileName.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
@@ -20,6 +22,7 @@ FilePath::FilePath(NSString *path) {
   const bool ascii = std::all_of(bytes_, bytes_ + length, [](char byte) { return (byte & 0x80) == 0; });
   const NSUInteger whole = ascii ? [path length] : [path lengthOfBytesUsingEncoding:NSUTF8StringEncoding];
   if (length != whole) error_ = EILSEQ;
+  if (!ascii) restoreFileName(bytes_);
 }
 
 } // namespace qvdevice

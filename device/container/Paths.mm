@@ -7,6 +7,9 @@
 
 #include "container/Container.h"
 
+// Of Debian's Foundation, in none of its headers.
+extern "C" const char *GSPathHandling(const char *mode);
+
 namespace {
 
 NSString *container() {
@@ -46,6 +49,9 @@ NSString *userFolder(NSSearchPathDirectory directory) {
     return nil;
   }
 }
+
+/// Debian's Foundation takes a backslash for a slash as well, unless it is told to keep to this system's way.
+__attribute__((constructor(102))) void takeBackslashesForWhatTheyAre() { GSPathHandling("unix"); }
 
 using SearchPath = NSArray *(*)(NSSearchPathDirectory, NSSearchPathDomainMask, BOOL);
 

@@ -20,6 +20,10 @@ GS_EXPORT NSFileProtectionType const NSFileProtectionCompleteUntilFirstUserAuthe
 - (BOOL)setAttributes:(NSDictionary *)attributes ofItemAtPath:(NSString *)path error:(NSError **)error;
 @end
 
+@interface NSFileManager (QVDeviceListing)
+- (NSString *)destinationOfSymbolicLinkAtPath:(NSString *)path error:(NSError **)error;
+@end
+
 @interface NSFileManager (QVDeviceDirectories)
 - (NSArray *)URLsForDirectory:(NSSearchPathDirectory)directory inDomains:(NSSearchPathDomainMask)domainMask;
 @end
