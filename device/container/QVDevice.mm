@@ -17,6 +17,7 @@ NSDictionary *QVDeviceSettings(void) {
     @"idiom" : stringFrom(settings.idiom),
     @"defaultProtection" : stringFrom(settings.defaultProtection),
     @"terminateWithSuccess" : [NSNumber numberWithBool:settings.terminateWithSuccess],
+    @"persistentDomainNames" : [NSNumber numberWithBool:settings.persistentDomainNames],
   };
 }
 

@@ -59,16 +59,21 @@ std::string take(Settings& settings, const std::string& key, const std::string& 
       return "defaultProtection is \"" + value + "\"; it may be " + listed(kProtections);
     settings.defaultProtection = value;
   } else {
-    return "unknown key \"" + key + "\"; the keys are systemVersion, idiom, defaultProtection, terminateWithSuccess";
+    return "unknown key \"" + key +
+           "\"; the keys are systemVersion, idiom, defaultProtection, terminateWithSuccess, "
+           "persistentDomainNames";
   }
   return {};
 }
 
 std::string take(Settings& settings, const std::string& key, const Json& value) {
   const auto inText = [&] { return value.dump(-1, ' ', true, Json::error_handler_t::replace); };
-  if (key == "terminateWithSuccess") {
+  bool* const either = key == "terminateWithSuccess"    ? &settings.terminateWithSuccess
+                       : key == "persistentDomainNames" ? &settings.persistentDomainNames
+                                                        : nullptr;
+  if (either) {
     if (!value.is_boolean()) return key + " must be true or false, not " + inText();
-    settings.terminateWithSuccess = value.get<bool>();
+    *either = value.get<bool>();
     return {};
   }
   if (!value.is_string()) return key + " must be a string, not " + inText();

@@ -13,6 +13,8 @@ struct Settings {
   std::string defaultProtection = "NSFileProtectionNone";
   /// Whether the application answers to its private terminateWithSuccess.
   bool terminateWithSuccess = true;
+  /// Whether the user defaults answer to a message of that name.
+  bool persistentDomainNames = true;
 };
 
 /// Reads settings from the text of a JSON object. Every key is optional; an unknown key or a value that no device has

@@ -15,7 +15,8 @@ extern "C" {
 void QVDeviceTrace(NSDictionary *event);
 
 /// This device's settings: systemVersion, idiom ("phone" or "pad"), defaultProtection (a protection class or "absent"),
-/// terminateWithSuccess (a boolean: whether the application answers to that). All keys are always there.
+/// terminateWithSuccess and persistentDomainNames (booleans: whether the application and the user defaults answer to
+/// these). All keys are always there.
 NSDictionary *QVDeviceSettings(void);
 
 /// The container's absolute path, without symbolic links.

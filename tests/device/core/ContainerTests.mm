@@ -117,7 +117,8 @@ TEST_F(Container, SettingsHaveEveryKeyWithoutAnyGiven) {
     @"systemVersion" : @"17.0",
     @"idiom" : @"phone",
     @"defaultProtection" : @"NSFileProtectionNone",
-    @"terminateWithSuccess" : @YES
+    @"terminateWithSuccess" : @YES,
+    @"persistentDomainNames" : @YES
   }]));
 }
 

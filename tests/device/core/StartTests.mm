@@ -174,7 +174,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadSettings{"ANumber", "17", "a JSON object is expected, not a number"},
         BadSettings{
             "UnknownKey", R"({"version":"17.0"})",
-            R"(unknown key "version"; the keys are systemVersion, idiom, defaultProtection, terminateWithSuccess)"},
+            "unknown key \"version\"; the keys are systemVersion, idiom, defaultProtection, terminateWithSuccess, "
+            "persistentDomainNames"},
         BadSettings{"TerminationAsText", R"({"terminateWithSuccess":"no"})",
                     R"(terminateWithSuccess must be true or false, not "no")"},
         BadSettings{"VersionAsNumber", R"({"systemVersion":17})", "systemVersion must be a string, not 17"},
@@ -183,6 +184,8 @@ INSTANTIATE_TEST_SUITE_P(
         BadSettings{"VersionWithEmptyNumber", R"({"systemVersion":"17..1"})",
                     R"(systemVersion is "17..1"; it must be numbers with dots, as in "17.0")"},
         BadSettings{"UnknownIdiom", R"({"idiom":"watch"})", R"(idiom is "watch"; it may be phone, pad)"},
+        BadSettings{"DomainNamesAsText", R"({"persistentDomainNames":"no"})",
+                    R"(persistentDomainNames must be true or false, not "no")"},
         BadSettings{
             "UnknownProtection", R"({"defaultProtection":"none"})",
             "defaultProtection is \"none\"; it may be NSFileProtectionNone, NSFileProtectionComplete, "
