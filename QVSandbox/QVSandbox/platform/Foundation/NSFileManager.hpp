@@ -1,5 +1,6 @@
 #pragma once
 
+#include "NSArray.hpp"
 #include "NSDictionary.hpp"
 #include "NSError.hpp"
 
@@ -21,7 +22,15 @@ inline NSString NSFileProtectionCompleteUntilFirstUserAuthentication() {
 class NSFileManager : public NSObject {
   QVSB_HANDLE(NSFileManager, NSObject)
   QVSB_CLASS_METHOD(NSFileManager, defaultManager, "defaultManager")
+  /// Of a link: whether its destination exists.
   QVSB_METHOD(BOOL, fileExistsAtPath, "fileExistsAtPath:", NSString)
+  /// Names as NSString, in no particular order.
+  QVSB_METHOD(NSArray, contentsOfDirectoryAtPath_error, "contentsOfDirectoryAtPath:error:", NSString, NSError*)
+  /// Everything beneath the folder, a folder before what it holds; links are listed and not followed.
+  QVSB_METHOD(NSArray, subpathsAtPath, "subpathsAtPath:", NSString)
+  /// Nil unless there is a link.
+  QVSB_METHOD(NSString, destinationOfSymbolicLinkAtPath_error, "destinationOfSymbolicLinkAtPath:error:", NSString,
+              NSError*)
   QVSB_METHOD(BOOL, removeItemAtPath_error, "removeItemAtPath:error:", NSString, NSError*)
   QVSB_METHOD(NSDictionary, attributesOfItemAtPath_error, "attributesOfItemAtPath:error:", NSString, NSError*)
 };

@@ -43,6 +43,8 @@ class NSString : public NSObject {
   QVSB_METHOD(NSRange, rangeOfString_options, "rangeOfString:options:", NSString, NSStringCompareOptions)
   QVSB_METHOD(NSString, stringByReplacingOccurrencesOfString_withString,
               "stringByReplacingOccurrencesOfString:withString:", NSString, NSString)
+  QVSB_METHOD(NSString, lastPathComponent, "lastPathComponent")
+  QVSB_METHOD(NSString, stringByDeletingLastPathComponent, "stringByDeletingLastPathComponent")
   QVSB_METHOD(NSString, stringByAppendingPathComponent, "stringByAppendingPathComponent:", NSString)
 
   /// `stringWithFormat:`; arguments are handles, numbers and C strings.
