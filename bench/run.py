@@ -43,18 +43,18 @@ class Bench:
         if "TMPDIR" not in self.environment and keeps_extended_attributes(MEMORY):
             self.environment["TMPDIR"] = MEMORY
 
-    def in_container(self, *command):
+    def in_container(self, *command, environment=None):
         """Runs a program in a container of its own and answers what it wrote to standard output."""
         command = [str(self.programs / "qvdevice"), "exec", "--", *map(str, command)]
-        done = subprocess.run(command, stdout=subprocess.PIPE, text=True, env=self.environment)
+        done = subprocess.run(command, stdout=subprocess.PIPE, text=True, env=environment or self.environment)
         if done.returncode != 0:
             fail(f"{' '.join(command)} ended with status {done.returncode}")
         return done.stdout
 
-    def measure(self, program):
+    def measure(self, program, environment=None):
         """Each benchmark of the program, with the counters of each of its repetitions."""
         print(f"{program} ...", file=sys.stderr, flush=True)
-        text = self.in_container(self.programs / program, "--benchmark_format=json")
+        text = self.in_container(self.programs / program, "--benchmark_format=json", environment=environment)
         # The SDK's log lines go to standard output too, before main.
         text = text[re.search(r"^\{", text, re.MULTILINE).start():]
         (self.results / f"{program}.json").write_text(text)
@@ -198,6 +198,19 @@ def main(build):
     runs = application["EventDelivery"]
     table.ratio("event through sendEvent: : not hooked", runs, "hooked", "unhooked")
     table.ratio("  the same while the SDK is not ready : not hooked", runs, "hookedNotReady", "unhooked")
+
+    # What a disk costs is part of a wipe; a file system in memory shows what the rest does.
+    disk = {name: value for name, value in bench.environment.items() if name != "TMPDIR" or value != MEMORY}
+    places = {"on disk": disk} | ({"in memory": bench.environment} if disk != bench.environment else {})
+    for place, environment in places.items():
+        wipes = bench.measure("bench_wipe", environment)
+        bound = 1.3 if place == "on disk" else None
+        for count in ("10000", "100000"):
+            runs = wipes[f"Wipe{count}"]
+            files = f"{int(count):,} files {place}"
+            table.ratio(f"wipe of {files} : rm -rf", runs, "wipe", "rm", bound, **micro)
+            table.ratio(f"wipe of {files} : bare system calls", runs, "wipe", "bare", **micro)
+            table.value("  peak memory", f"{middle(runs, lambda run: run['peakMiB']):.0f} MiB")
 
     runs = bench.measure("bench_start_up")["StartUp"]
     table.start("start to main, with library : without", runs, "withLibrary", "app")

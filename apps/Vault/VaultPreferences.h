@@ -1,0 +1,7 @@
+#import <Foundation/Foundation.h>
+
+@interface VaultPreferences : NSObject
+
++ (void)fill;
+
+@end

@@ -1,0 +1,126 @@
+// What it costs to wipe an app's files: the library's wipe, GNU rm, and bare system calls, each on a tree of its own.
+#import <Foundation/Foundation.h>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "SideBySide.hpp"
+
+extern char **environ;
+
+@interface NSObject (QVWipe)
++ (void)_cleanUpFileSystem;
+@end
+
+namespace {
+
+constexpr int filesEach = 100;
+constexpr char contents[512] = {};
+
+std::string container;
+
+/// Documents/tree with as many small files, a hundred in a folder.
+std::string makeTree(int files) {
+  const std::string tree = container + "/Documents/tree";
+  mkdir(tree.c_str(), 0755);
+  for (int folder = 0; folder * filesEach < files; ++folder) {
+    const std::string path = tree + "/" + std::to_string(folder);
+    mkdir(path.c_str(), 0755);
+    for (int i = 0; i < filesEach; ++i) {
+      const int file = open((path + "/file " + std::to_string(i)).c_str(), O_CREAT | O_WRONLY, 0644);
+      if (write(file, contents, sizeof contents) != sizeof contents) std::abort();
+      close(file);
+    }
+  }
+  return tree;
+}
+
+void removeWithGnuRm(const std::string &tree) {
+  const char *const command[] = {"rm", "-rf", tree.c_str(), nullptr};
+  pid_t child = 0;
+  int status = 1;
+  if (posix_spawnp(&child, "rm", nullptr, nullptr, const_cast<char **>(command), environ) == 0)
+    waitpid(child, &status, 0);
+  if (status != 0) std::abort();
+}
+
+/// As the wipe goes about it: the whole list first, a folder before what it holds, then item by item.
+void list(const std::string &folder, std::vector<std::string> &paths) {
+  DIR *const open = opendir(folder.c_str());
+  while (const dirent *entry = readdir(open)) {
+    const std::string name = entry->d_name;
+    if (name == "." || name == "..") continue;
+    paths.push_back(folder + "/" + name);
+    if (entry->d_type == DT_DIR) list(std::string(paths.back()), paths);
+  }
+  closedir(open);
+}
+
+void removeWithBareCalls(const std::string &tree) {
+  std::vector<std::string> paths;
+  list(tree, paths);
+  // A folder can go when it is empty.
+  for (auto path = paths.rbegin(); path != paths.rend(); ++path) {
+    if (unlink(path->c_str()) != 0) rmdir(path->c_str());
+  }
+  rmdir(tree.c_str());
+}
+
+/// The SDK writes each line to its file and to the console as well, which is not what is measured.
+void wipe(const std::string &) {
+  NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+  const int console = dup(STDOUT_FILENO);
+  const int nowhere = open("/dev/null", O_WRONLY);
+  dup2(nowhere, STDOUT_FILENO);
+  [NSClassFromString(@"ZorbelUtil") _cleanUpFileSystem];
+  dup2(console, STDOUT_FILENO);
+  close(nowhere);
+  close(console);
+  [pool drain];
+}
+
+void Wipe(benchmark::State &state) {
+  // Nothing is removed anywhere but in a container.
+  const char *const given = std::getenv("QVDEVICE_CONTAINER");
+  container = [NSHomeDirectory() UTF8String];
+  if (!given || !std::filesystem::equivalent(given, container)) {
+    state.SkipWithError("the home directory is no container");
+    return;
+  }
+  const int files = static_cast<int>(state.range(0));
+  bool gone = true;
+  const auto removing = [&](void (*remove)(const std::string &)) {
+    const std::string tree = makeTree(files);
+    sync();
+    const double each = bench::nanosecondsEach(static_cast<std::size_t>(files), [&] { remove(tree); });
+    gone = gone && access(tree.c_str(), F_OK) != 0;
+    return each;
+  };
+  const bench::Variant variants[] = {
+      {"wipe", [&] { return removing(wipe); }},
+      {"rm", [&] { return removing(removeWithGnuRm); }},
+      {"bare", [&] { return removing(removeWithBareCalls); }},
+  };
+  bench::sideBySide(state, variants);
+  if (!gone) state.SkipWithError("a tree was not removed");
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  state.counters["peakMiB"] = static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+} // namespace
+
+BENCHMARK(Wipe)->Name("Wipe10000")->Arg(10000)->Iterations(3)->Repetitions(5);
+BENCHMARK(Wipe)->Name("Wipe100000")->Arg(100000)->Iterations(1)->Repetitions(5);
+
+BENCHMARK_MAIN();
