@@ -53,6 +53,20 @@ TEST_F(LogCapture, ofAPipeWithoutANameFindsNoWayBackAndLogsThreeLines) {
   EXPECT_EQ(result.errors, "");
 }
 
+TEST_F(LogCapture, thatFoundNoWayBackStartsAgainAndFindsNoneAgain) {
+  const Lines lines = run({"stop-deleting", "start", "started", "stop-deleting", "started"});
+  ASSERT_EQ(lines.size(), 14u) << testing::PrintToString(lines);
+  EXPECT_EQ(lines[6], "2 [ZorbelWrapper] Starting logs interception.");
+  EXPECT_EQ(lines[7], "sdk setLoggingToFileSuspended: true");
+  EXPECT_EQ(lines[8], "started");
+  // Where standard error led when the library was loaded is what counts, not where it led at this start.
+  EXPECT_EQ(lines[9], "sdk setLoggingToFileSuspended: false");
+  EXPECT_EQ(lines[10], "0 Attempted to create a file at nil path.");
+  EXPECT_THAT(lines[11], MatchesRegex("0 Error creating file descriptor [0-9]+"));
+  EXPECT_EQ(lines[12], "0 Error resetting original STDERR.");
+  EXPECT_EQ(lines[13], "not started");
+}
+
 TEST_F(LogCapture, ofASocketFindsNoWayBack) {
   expectNoWayBack(run(kStopAndLook, [] {
     std::array<int, 2> ends{};

@@ -107,6 +107,15 @@ TEST_F(Guard, LeavesOnlyTheSDKsItemsWhenTheSnapshotWasTakenWithoutAnSDK) {
   expectHeld(@[ zorbels(@"sdk") ]);
 }
 
+TEST_F(Guard, LeavesOnlyTheSDKsItemsWhenThePasteboardCouldNotBeReadForTheLastSnapshot) {
+  hold(@[ own(@"before") ]);
+  [util takeSnapshot];
+  hold(nil);
+  [util takeSnapshot];
+  leaveWith(@[ own(@"copied"), zorbels(@"sdk") ]);
+  expectHeld(@[ zorbels(@"sdk") ]);
+}
+
 TEST_F(Guard, LeavesOnlyTheSDKsItemsWhenNoSnapshotWasEverTaken) {
   leaveWith(@[ own(@"copied"), zorbels(@"sdk") ]);
   expectHeld(@[ zorbels(@"sdk") ]);

@@ -1,6 +1,7 @@
 // What becomes of the home directory.
 #include "Wipe.h"
 
+#include <dlfcn.h>
 #include <objc/runtime.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,7 +21,31 @@ std::string removing(const std::string &path) { return "4 Removing item " + wipe
 
 void cleanUp() { [wipe::util() _cleanUpFileSystem]; }
 
+// What the platform says of its folders, where a test has its own idea; empty and nil are the device's answers.
+std::string temporaryFolder;
+NSArray *libraryFolders = nil;
+NSArray *documentFolders = nil;
+
+template <class Function> Function ofTheDevice(Function, const char *name) {
+  return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
 } // namespace
+
+// This program's own come before the device's.
+
+NSString *NSTemporaryDirectory() {
+  if (!temporaryFolder.empty()) return [NSString stringWithUTF8String:temporaryFolder.c_str()];
+  return ofTheDevice(&NSTemporaryDirectory, "NSTemporaryDirectory")();
+}
+
+NSArray *NSSearchPathForDirectoriesInDomains(NSSearchPathDirectory directory, NSSearchPathDomainMask domains,
+                                             BOOL expandTilde) {
+  if (directory == NSLibraryDirectory && libraryFolders) return libraryFolders;
+  if (directory == NSDocumentDirectory && documentFolders) return documentFolders;
+  return ofTheDevice(&NSSearchPathForDirectoriesInDomains, "NSSearchPathForDirectoriesInDomains")(directory, domains,
+                                                                                                  expandTilde);
+}
 
 TEST_F(Wipe, EmptiesTheThreeFoldersSkipsTheBundleAndRemovesWhatElseThereIs) {
   // The app's bundle is the folder that the executable lies in.
@@ -76,6 +101,35 @@ TEST_F(Wipe, ComparesFolderNamesExactly) {
   EXPECT_EQ(wipe::tree(wipe::home()), (Lines{"Documents", "Library", "tmp"}));
   for (const std::string &line : wipe::log())
     EXPECT_EQ(line.rfind("/a"), std::string::npos) << line;
+}
+
+TEST_F(Wipe, EmptiesTheFirstFolderOfEachKindThatThePlatformNames) {
+  temporaryFolder = "/elsewhere/scratch/";
+  libraryFolders = [@[ @"/elsewhere/Books", @"/elsewhere/Library" ] retain];
+  documentFolders = [@[ @"Papers", @"Documents" ] retain];
+  for (const char *folder : {"scratch", "Books", "Papers", "tmp", "Library", "Documents"})
+    wipe::makeFile(std::string(folder) + "/file");
+  cleanUp();
+  EXPECT_EQ(wipe::tree(wipe::home()), (Lines{"Books", "Papers", "scratch"}));
+}
+
+TEST_F(Wipe, KeepsNoFolderOfAKindThatThePlatformHasNot) {
+  libraryFolders = [@[] retain];
+  documentFolders = [@[] retain];
+  for (const char *folder : {"tmp", "Library", "Documents"})
+    wipe::makeFile(std::string(folder) + "/file");
+  cleanUp();
+  EXPECT_EQ(wipe::tree(wipe::home()), (Lines{"tmp"}));
+}
+
+TEST_F(Wipe, LogsAnItemBeforeItIsRemoved) {
+  wipe::makeFile("Documents/a/b");
+  static std::vector<bool> there;
+  wipe::captureLog([](const std::string &line) {
+    if (line.find("/Documents/") != std::string::npos) there.push_back(wipe::exists(line.substr(line.find('/'))));
+  });
+  cleanUp();
+  EXPECT_EQ(there, (std::vector<bool>{true, false})) << "the folder, and what has gone with it";
 }
 
 TEST_F(Wipe, KeepsAFileThatBearsAWalkedFoldersName) {

@@ -36,8 +36,9 @@ protected:
   /// The lines that the host wrote, sorted.
   Lines run(Lines words, const Environment& more = {}) const {
     words.insert(words.begin(), WIPE_HOST);
-    Environment environment{{"QVDEVICE_CONTAINER", container_}};
-    environment.insert(environment.end(), more.begin(), more.end());
+    Environment environment = more;
+    if (std::ranges::none_of(more, [](const auto& variable) { return variable.first == "QVDEVICE_CONTAINER"; }))
+      environment.emplace_back("QVDEVICE_CONTAINER", container_);
     const ChildResult result = runChild(words, environment);
     EXPECT_EQ(result.status, 0) << result.errors;
     Lines lines;
@@ -104,6 +105,46 @@ TEST_F(WipeHost, TouchesNothingOutsideTheContainer) {
   EXPECT_TRUE(fs::exists(outside_ + "/folder/kept"));
   for (const std::string& line : lines)
     EXPECT_EQ(line.find("to a folder/"), std::string::npos) << line;
+}
+
+TEST_F(WipeHost, RemovesOneNameOfAFileThatHasAnotherOutsideAndLeavesItsContents) {
+  std::ofstream(outside_ + "/kept") << "data";
+  fs::create_hard_link(outside_ + "/kept", in("Documents/kept"));
+  fs::create_hard_link(outside_ + "/kept", in("kept"));
+  EXPECT_EQ(ofLevel('0', run({"files"})), Lines{});
+  EXPECT_EQ(tree(), (Lines{"Documents", "Library", "tmp"}));
+  std::string contents;
+  std::ifstream(outside_ + "/kept") >> contents;
+  EXPECT_EQ(contents, "data");
+}
+
+TEST_F(WipeHost, DoesNotWalkThroughALinkInAWalkedFoldersPlace) {
+  // The device's folder is the one place beyond its container where an app may write.
+  std::ofstream(outside_ + "/kept") << "data";
+  make("Extra/file");
+  for (const std::string& target :
+       {outside_, in("Extra"), std::string("../") + fs::path(outside_).filename().string()}) {
+    fs::remove(in("Documents"));
+    fs::create_directory_symlink(target, in("Documents"));
+    const Lines lines = run({"files"}, {{"QVDEVICE_DEVICE", outside_}});
+    EXPECT_EQ(ofLevel('0', lines), Lines{});
+    for (const std::string& line : lines)
+      EXPECT_EQ(line.find("/Documents"), std::string::npos) << line;
+    EXPECT_TRUE(fs::exists(outside_ + "/kept"));
+    EXPECT_TRUE(fs::is_symlink(in("Documents")));
+    EXPECT_FALSE(fs::exists(fs::symlink_status(in("Extra"))));
+    fs::create_directory(in("Extra"));
+  }
+}
+
+TEST_F(WipeHost, OfAContainerBehindALinkWipesWhereTheLinkLeadsAndKeepsTheLink) {
+  make("Documents/a/b");
+  make("Extra/x");
+  const std::string link = freshFolder() + "/link";
+  fs::create_directory_symlink(container_, link);
+  EXPECT_EQ(ofLevel('0', run({"files"}, {{"QVDEVICE_CONTAINER", link}})), Lines{});
+  EXPECT_EQ(tree(), (Lines{"Documents", "Library", "tmp"}));
+  EXPECT_TRUE(fs::is_symlink(link));
 }
 
 TEST_F(WipeHost, LogsOneErrorForEachReadOnlyItemAndGoesOn) {

@@ -2,7 +2,16 @@
 
 #import <Security/Security.h>
 
+#include <dlfcn.h>
+
 namespace {
+
+/// What the library asked to have deleted, and how many lines it had logged by then.
+struct Deletion {
+  NSDictionary *query;
+  std::size_t lines;
+};
+std::vector<Deletion> deletions;
 
 const std::vector<std::string> fiveLines = {"3 genp keychain items deleted", "3 inet keychain items deleted",
                                             "3 cert keychain items deleted", "3 keys keychain items deleted",
@@ -29,6 +38,22 @@ NSUInteger count(CFStringRef itemClass) {
 }
 
 } // namespace
+
+// This program's own comes before the device's, to which it goes on.
+OSStatus SecItemDelete(CFDictionaryRef query) {
+  static const auto device = reinterpret_cast<OSStatus (*)(CFDictionaryRef)>(dlsym(RTLD_NEXT, "SecItemDelete"));
+  deletions.push_back({[(NSDictionary *)query copy], wipe::log().size()});
+  return device(query);
+}
+
+TEST_F(Wipe, AsksForTheDeletionOfGenericPasswordsFiveTimesEachTimeBeforeItsLine) {
+  [wipe::util() _cleanUpKeychain];
+  ASSERT_EQ(deletions.size(), 5u);
+  for (std::size_t i = 0; i < deletions.size(); ++i) {
+    EXPECT_TRUE([deletions[i].query isEqual:@{(id)kSecClass : (id)kSecClassGenericPassword}]) << i;
+    EXPECT_EQ(deletions[i].lines, i);
+  }
+}
 
 TEST_F(Wipe, DeletesGenericPasswordsAndNoOtherKeychainItemsWithALineForEachClass) {
   for (NSString *account in @[ @"ann", @"bob", @"cem" ])

@@ -56,6 +56,11 @@ public:
 private:
   /// Removes what the folder holds and keeps the folder.
   void empty(NSString folder) const {
+    // A link may lead out of the home, or into the bundle. What it leads to elsewhere in the home has a turn of its
+    // own.
+    if (isLink(folder)) {
+      return;
+    }
     // The list is of the whole tree; what each entry of it needs meanwhile is given back at once.
     forEach(fileManager_.subpathsAtPath(folder), [&](Object subpath) {
       const AutoreleasePool pool;
@@ -69,8 +74,10 @@ private:
   }
 
   /// A link counts itself: it may lead nowhere, or to what has just been removed.
-  bool exists(NSString path) const {
-    return fileManager_.fileExistsAtPath(path) || fileManager_.destinationOfSymbolicLinkAtPath_error(path, nullptr);
+  bool exists(NSString path) const { return fileManager_.fileExistsAtPath(path) || isLink(path); }
+
+  bool isLink(NSString path) const {
+    return static_cast<bool>(fileManager_.destinationOfSymbolicLinkAtPath_error(path, nullptr));
   }
 
   void remove(NSString path) const {
