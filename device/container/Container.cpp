@@ -1,8 +1,11 @@
 #include "container/Container.h"
 
+#include <pwd.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <cstring>
 
@@ -15,12 +18,24 @@ namespace {
 
 constexpr char kHowToRun[] = "; start an app with \"qvdevice run APP\", or a program with \"qvdevice exec -- PROGRAM\"";
 
+/// Whether the folder is the real user's home or holds it. An app may remove all that its container holds. The
+/// environment is not asked: it names the container to what an app starts.
+bool holdsTheUsersHome(const std::string& folder) {
+  const passwd* user = ::getpwuid(::geteuid());
+  char home[PATH_MAX];
+  return user != nullptr && ::realpath(user->pw_dir, home) != nullptr &&
+         (std::string(home) + '/').starts_with(folder + '/');
+}
+
 std::string checkedContainerPath() {
   const char* given = std::getenv("QVDEVICE_CONTAINER");
   if (given == nullptr || *given == '\0') {
     refuse(std::string("there is no container (QVDEVICE_CONTAINER is not set)") + kHowToRun);
   }
-  return checkedFolder("the container", given, kHowToRun);
+  std::string container = checkedFolder("the container", given, kHowToRun);
+  if (holdsTheUsersHome(container))
+    refuse(std::string("the container \"") + given + "\" is a home of real files" + kHowToRun);
+  return container;
 }
 
 } // namespace

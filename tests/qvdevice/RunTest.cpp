@@ -182,6 +182,26 @@ TEST(Run, refusesAContainerThatHoldsWhatNoContainerHolds) {
   EXPECT_FALSE(fs::exists(folder.path() / "Documents"));
 }
 
+TEST(Run, replacesALinkInTheAppsPlaceAndLeavesWhatItLeadsTo) {
+  const WorkFolder folder;
+  const fs::path container = folder.path() / "container", precious = folder.path() / "precious";
+  fs::create_directories(container);
+  fs::create_directories(precious / "folder");
+  const std::string app = folder.app("Outside", appSource(""));
+  const fs::perms readOnly = fs::perms::owner_read | fs::perms::owner_exec;
+  fs::permissions(precious / "folder", readOnly);
+  for (const char* target : {"../precious", "nowhere"}) {
+    fs::remove_all(container / "Outside.app");
+    fs::create_symlink(target, container / "Outside.app");
+    const Ended ended = qvdevice({"run", "--json", "--container", container, app});
+    EXPECT_EQ(ended.status, 0) << ended.err;
+    EXPECT_TRUE(fs::exists(container / "Outside.app" / "Outside")) << target;
+    EXPECT_FALSE(fs::is_symlink(container / "Outside.app")) << target;
+  }
+  EXPECT_EQ(fs::status(precious / "folder").permissions(), readOnly);
+  EXPECT_EQ(std::distance(fs::directory_iterator(precious), {}), 1);
+}
+
 TEST(Run, givesTheAppTheDeviceThatWasAskedFor) {
   const WorkFolder folder;
   const std::string app =

@@ -57,7 +57,10 @@ static void makeFoldersWritable(const fs::path& folder) {
 }
 
 void removeTree(const fs::path& folder) {
-  makeFoldersWritable(folder);
+  // What a link leads to is somebody else's.
+  if (fs::symlink_status(folder).type() == fs::file_type::directory) {
+    makeFoldersWritable(folder);
+  }
   std::error_code error;
   fs::remove_all(folder, error);
   if (error) {

@@ -50,7 +50,7 @@ fs::path install(const Bundle& bundle, const fs::path& container) {
     return installed;
   }
   try {
-    if (fs::exists(installed)) {
+    if (fs::exists(fs::symlink_status(installed))) {
       removeTree(installed);
     }
     fs::copy(bundle.folder, installed, fs::copy_options::recursive | fs::copy_options::copy_symlinks);

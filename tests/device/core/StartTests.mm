@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -63,6 +64,17 @@ TEST(Start, WithTheWholeFileSystemForAContainerIsRefused) {
   expectRefused({{"QVDEVICE_CONTAINER", "/"}}, "QVDevice: the container \"/\" is the whole file system" + kHowToRun);
   expectRefused({{"QVDEVICE_CONTAINER", "/usr/.."}},
                 "QVDevice: the container \"/usr/..\" is the whole file system" + kHowToRun);
+}
+
+TEST(Start, WithTheRealUsersHomeForAContainerIsRefusedHoweverItIsSpelled) {
+  // Of whom the system knows, whatever the environment says. A test may not write there: nothing could be harmed.
+  const std::string home = ::getpwuid(::geteuid())->pw_dir;
+  if (::access(home.c_str(), R_OK | W_OK | X_OK) != 0) GTEST_SKIP() << "the user has no home";
+  const std::string link = freshFolder() + "/link";
+  ASSERT_EQ(::symlink(home.c_str(), link.c_str()), 0);
+  for (const std::string &container : {home, home + "/", link})
+    expectRefused({{"QVDEVICE_CONTAINER", container}},
+                  "QVDevice: the container \"" + container + "\" is a home of real files" + kHowToRun);
 }
 
 TEST(Start, WithAFileInPlaceOfAStandardFolderIsRefused) {
