@@ -17,6 +17,10 @@ BOOL noteAndAnswer(id self, SEL selector) {
   return answer;
 }
 id sharedManager(id, SEL) { return manager; }
+void noteAndRaise(id self, SEL selector) {
+  note(self, selector);
+  [NSException raise:@"Host" format:@"%s", sel_getName(selector)];
+}
 
 /// A class of the name that the library looks for.
 void makeManager() {
@@ -118,4 +122,23 @@ TEST_F(Forwards, WipeKeychainThenPreferencesThenFilesWithoutAnSDKToo) {
   calls.clear();
   [util wipeApplication];
   EXPECT_EQ(calls, expected);
+}
+
+TEST_F(Forwards, WipeToTheEndWhenAStepRaisesAndLetTheExceptionGoOn) {
+  Class const meta = object_getClass(NSClassFromString(@"ZorbelUtil"));
+  const std::vector<std::string> steps = {"_cleanUpKeychain", "_cleanUpPreferences", "_cleanUpFileSystem"};
+  for (const std::string &raising : steps) {
+    for (const std::string &step : steps)
+      method_setImplementation(class_getInstanceMethod(meta, sel_registerName(step.c_str())),
+                               step == raising ? (IMP)noteAndRaise : (IMP)note);
+    calls.clear();
+    std::string reason;
+    @try {
+      [util wipeApplication];
+    } @catch (NSException *exception) {
+      reason = [[exception reason] UTF8String];
+    }
+    EXPECT_EQ(calls, steps) << raising;
+    EXPECT_EQ(reason, raising);
+  }
 }

@@ -4,6 +4,7 @@
 #include "../platform/Foundation/NSFastEnumeration.hpp"
 #include "../platform/Foundation/NSSet.hpp"
 #include "../platform/UIKit/UIActivity.hpp"
+#include "../platform/objc/exception.hpp"
 #include "AppIdentifier.hpp"
 #include "OpenInTargets.hpp"
 #include "ZorbelUtil+Pasteboard.hpp"
@@ -113,9 +114,13 @@ void ZorbelUtilState::resetInactivity(UIEvent event) const { readyZorbel()->send
 
 void ZorbelUtilState::wipeApplication() const {
   const Class cls = ZorbelUtil::classObject();
-  send<void>(cls, "_cleanUpKeychain"_sel);
-  send<void>(cls, "_cleanUpPreferences"_sel);
-  send<void>(cls, "_cleanUpFileSystem"_sel);
+  // The host hears of its preferences being removed, and may raise. Its files go all the same.
+  tryFinally(
+      [&] {
+        tryFinally([&] { send<void>(cls, "_cleanUpKeychain"_sel); },
+                   [&] { send<void>(cls, "_cleanUpPreferences"_sel); });
+      },
+      [&] { send<void>(cls, "_cleanUpFileSystem"_sel); });
 }
 
 // The passcode extension is the SDK's way to become ready, so nothing here asks whether it is.
