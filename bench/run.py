@@ -51,13 +51,13 @@ class Bench:
             fail(f"{' '.join(command)} ended with status {done.returncode}")
         return done.stdout
 
-    def measure(self, program, environment=None):
+    def measure(self, program, environment=None, where=""):
         """Each benchmark of the program, with the counters of each of its repetitions."""
-        print(f"{program} ...", file=sys.stderr, flush=True)
+        print(" ".join(filter(None, [program, where, "..."])), file=sys.stderr, flush=True)
         text = self.in_container(self.programs / program, "--benchmark_format=json", environment=environment)
         # The SDK's log lines go to standard output too, before main.
         text = text[re.search(r"^\{", text, re.MULTILINE).start():]
-        (self.results / f"{program}.json").write_text(text)
+        (self.results / f"{' '.join(filter(None, [program, where]))}.json").write_text(text)
         benchmarks = {}
         for run in json.loads(text)["benchmarks"]:
             if run.get("error_occurred"):
@@ -203,7 +203,7 @@ def main(build):
     disk = {name: value for name, value in bench.environment.items() if name != "TMPDIR" or value != MEMORY}
     places = {"on disk": disk} | ({"in memory": bench.environment} if disk != bench.environment else {})
     for place, environment in places.items():
-        wipes = bench.measure("bench_wipe", environment)
+        wipes = bench.measure("bench_wipe", environment, place)
         bound = 1.3 if place == "on disk" else None
         for count in ("10000", "100000"):
             runs = wipes[f"Wipe{count}"]
