@@ -77,6 +77,13 @@ TEST(Start, WithTheRealUsersHomeForAContainerIsRefusedHoweverItIsSpelled) {
                   "QVDevice: the container \"" + container + "\" is a home of real files" + kHowToRun);
 }
 
+TEST(Start, WithAContainerWhosePathIsNotUtf8IsRefused) {
+  const std::string container = freshFolder() + "/\xff";
+  ::mkdir(container.c_str(), 0755);
+  expectRefused({{"QVDEVICE_CONTAINER", container}},
+                "QVDevice: the container \"" + container + "\" has a path that is no text" + kHowToRun);
+}
+
 TEST(Start, WithAFileInPlaceOfAStandardFolderIsRefused) {
   const std::string container = freshFolder();
   std::ofstream(container + "/Documents") << "text";
