@@ -8,3 +8,6 @@ void QVDeviceTakeLifecycleCommands(UIApplication* application);
 
 // What the user and other apps do.
 void QVDeviceTakeInputCommands(UIApplication* application);
+
+// What the user does with a share sheet, an open-in menu and the edit menu.
+void QVDeviceTakeMenuCommands(UIApplication* application);

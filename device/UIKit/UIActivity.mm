@@ -1,4 +1,4 @@
-#import <UIKit/UIActivity.h>
+#import "Activities.h"
 
 UIActivityType const UIActivityTypePostToFacebook = @"com.apple.UIKit.activity.PostToFacebook";
 UIActivityType const UIActivityTypePostToTwitter = @"com.apple.UIKit.activity.PostToTwitter";
@@ -14,3 +14,49 @@ UIActivityType const UIActivityTypePostToFlickr = @"com.apple.UIKit.activity.Pos
 UIActivityType const UIActivityTypePostToVimeo = @"com.apple.UIKit.activity.PostToVimeo";
 UIActivityType const UIActivityTypePostToTencentWeibo = @"com.apple.UIKit.activity.TencentWeibo";
 UIActivityType const UIActivityTypeAirDrop = @"com.apple.UIKit.activity.AirDrop";
+
+@implementation UIActivity
+
+- (void)dealloc {
+  [_qvdevice_finished release];
+  [super dealloc];
+}
+
+- (UIActivityType)activityType {
+  return nil;
+}
+
+- (NSString *)activityTitle {
+  return nil;
+}
+
+- (BOOL)canPerformWithActivityItems:(NSArray *)activityItems {
+  (void)activityItems;
+  return NO;
+}
+
+- (void)prepareWithActivityItems:(NSArray *)activityItems {
+  (void)activityItems;
+}
+
+- (void)performActivity {
+}
+
+- (void)activityDidFinish:(BOOL)completed {
+  void (^const finished)(BOOL) = [_qvdevice_finished autorelease];
+  _qvdevice_finished = nil;
+  if (finished) finished(completed);
+}
+
+@end
+
+@implementation UIActivity (QVDeviceActivity)
+
+- (void)qvdevice_performWithItems:(NSArray *)items finished:(void (^)(BOOL))finished {
+  [_qvdevice_finished release];
+  _qvdevice_finished = [finished copy];
+  [self prepareWithActivityItems:items];
+  [self performActivity];
+}
+
+@end

@@ -34,6 +34,7 @@ void launch(NSString *principalClassName, NSString *delegateClassName) {
   if ([delegateClassName length]) [application setDelegate:[[classNamed(delegateClassName, @"delegate") alloc] init]];
   QVDeviceTakeLifecycleCommands(application);
   QVDeviceTakeInputCommands(application);
+  QVDeviceTakeMenuCommands(application);
   [application qvdevice_launch];
   [pool release];
 }

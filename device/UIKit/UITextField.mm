@@ -30,6 +30,7 @@ NSNotificationName const UITextFieldTextDidChangeNotification = @"UITextFieldTex
 - (void)setText:(NSString *)text {
   NSString *const before = _text;
   _text = text ? [text copy] : @"";
+  _selection = NSMakeRange([_text length], 0);
   [before release];
 }
 
@@ -102,12 +103,13 @@ NSNotificationName const UITextFieldTextDidChangeNotification = @"UITextFieldTex
     [self sendActionsForControlEvents:UIControlEventEditingDidEndOnExit];
     return;
   }
-  [self replace:NSMakeRange([_text length], 0) with:text];
+  [self replace:_selection.length ? _selection : NSMakeRange([_text length], 0) with:text];
 }
 
 - (void)deleteBackward {
   if (![self hasText]) return;
-  [self replace:[_text rangeOfComposedCharacterSequenceAtIndex:[_text length] - 1] with:@""];
+  [self replace:_selection.length ? _selection : [_text rangeOfComposedCharacterSequenceAtIndex:[_text length] - 1]
+           with:@""];
 }
 
 @end

@@ -18,6 +18,7 @@ NSDictionary *QVDeviceSettings(void) {
     @"defaultProtection" : stringFrom(settings.defaultProtection),
     @"terminateWithSuccess" : [NSNumber numberWithBool:settings.terminateWithSuccess],
     @"persistentDomainNames" : [NSNumber numberWithBool:settings.persistentDomainNames],
+    @"printingAvailable" : [NSNumber numberWithBool:settings.printingAvailable],
   };
 }
 

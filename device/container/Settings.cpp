@@ -61,7 +61,7 @@ std::string take(Settings& settings, const std::string& key, const std::string& 
   } else {
     return "unknown key \"" + key +
            "\"; the keys are systemVersion, idiom, defaultProtection, terminateWithSuccess, "
-           "persistentDomainNames";
+           "persistentDomainNames, printingAvailable";
   }
   return {};
 }
@@ -70,6 +70,7 @@ std::string take(Settings& settings, const std::string& key, const Json& value) 
   const auto inText = [&] { return value.dump(-1, ' ', true, Json::error_handler_t::replace); };
   bool* const either = key == "terminateWithSuccess"    ? &settings.terminateWithSuccess
                        : key == "persistentDomainNames" ? &settings.persistentDomainNames
+                       : key == "printingAvailable"     ? &settings.printingAvailable
                                                         : nullptr;
   if (either) {
     if (!value.is_boolean()) return key + " must be true or false, not " + inText();
@@ -110,6 +111,22 @@ bool parseSettings(std::string_view text, Settings& settings, std::string& error
     if (!error.empty()) return false;
   }
   settings = read;
+  return true;
+}
+
+bool isSystemVersionAtLeast(std::string_view version) {
+  const std::string& ours = settings().systemVersion;
+  const char* a = ours.c_str();
+  const std::string theirs(version);
+  const char* b = theirs.c_str();
+  while (*a != '\0' || *b != '\0') {
+    char* end = nullptr;
+    const unsigned long left = std::strtoul(a, &end, 10);
+    a = *end == '.' ? end + 1 : end;
+    const unsigned long right = std::strtoul(b, &end, 10);
+    b = *end == '.' ? end + 1 : end;
+    if (left != right) return left > right;
+  }
   return true;
 }
 

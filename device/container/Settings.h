@@ -15,7 +15,12 @@ struct Settings {
   bool terminateWithSuccess = true;
   /// Whether the user defaults answer to a message of that name.
   bool persistentDomainNames = true;
+  /// Whether there is a printing service.
+  bool printingAvailable = true;
 };
+
+/// Whether the system is of this release or a later one: `isSystemVersionAtLeast("8.3")`.
+bool isSystemVersionAtLeast(std::string_view version);
 
 /// Reads settings from the text of a JSON object. Every key is optional; an unknown key or a value that no device has
 /// is refused, with the reason in `error`.

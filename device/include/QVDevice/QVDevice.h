@@ -16,7 +16,7 @@ void QVDeviceTrace(NSDictionary *event);
 
 /// This device's settings: systemVersion, idiom ("phone" or "pad"), defaultProtection (a protection class or "absent"),
 /// terminateWithSuccess and persistentDomainNames (booleans: whether the application and the user defaults answer to
-/// these). All keys are always there.
+/// these), printingAvailable (a boolean: whether there is a printing service). All keys are always there.
 NSDictionary *QVDeviceSettings(void);
 
 /// The container's absolute path, without symbolic links.

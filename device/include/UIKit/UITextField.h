@@ -1,6 +1,7 @@
 #pragma once
 
 #import <UIKit/UIControl.h>
+#import <UIKit/UIMenuController.h>
 #import <UIKit/UITextInput.h>
 
 @class UITextField;
@@ -17,13 +18,15 @@
 - (BOOL)textFieldShouldReturn:(UITextField *)textField;
 @end
 
-/// A line of text that the user edits at its end: without a display there is no cursor to be moved.
-@interface UITextField : UIControl <UIKeyInput> {
+/// A line of text that the user edits at its end, or where it is selected: without a display there is no cursor to be
+/// moved. What is selected is chosen, and copied, with the actions of the edit menu.
+@interface UITextField : UIControl <UIKeyInput, UIResponderStandardEditActions> {
 @private
   NSString *_text;
   NSString *_placeholder;
   id<UITextFieldDelegate> _delegate;
   BOOL _secureTextEntry;
+  NSRange _selection;
 }
 
 @property (nonatomic, copy) NSString *text;

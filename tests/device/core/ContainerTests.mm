@@ -118,7 +118,8 @@ TEST_F(Container, SettingsHaveEveryKeyWithoutAnyGiven) {
     @"idiom" : @"phone",
     @"defaultProtection" : @"NSFileProtectionNone",
     @"terminateWithSuccess" : @YES,
-    @"persistentDomainNames" : @YES
+    @"persistentDomainNames" : @YES,
+    @"printingAvailable" : @YES
   }]));
 }
 

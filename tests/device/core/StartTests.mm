@@ -194,7 +194,7 @@ INSTANTIATE_TEST_SUITE_P(
         BadSettings{
             "UnknownKey", R"({"version":"17.0"})",
             "unknown key \"version\"; the keys are systemVersion, idiom, defaultProtection, terminateWithSuccess, "
-            "persistentDomainNames"},
+            "persistentDomainNames, printingAvailable"},
         BadSettings{"TerminationAsText", R"({"terminateWithSuccess":"no"})",
                     R"(terminateWithSuccess must be true or false, not "no")"},
         BadSettings{"VersionAsNumber", R"({"systemVersion":17})", "systemVersion must be a string, not 17"},

@@ -1,0 +1,93 @@
+// "menu" shows the edit menu over what is being edited. "choose" takes what a menu or a sheet offers: "title" is an
+// entry's title, or the type of an activity, or the identifier of an app.
+#import "Commands.h"
+
+#import "CommandArguments.h"
+#import "OpenInMenu.h"
+#import "OtherApps.h"
+#import "ShareSheet.h"
+#import "UICalloutBar.h"
+
+#import <QVDevice/QVDevice.h>
+#import <UIKit/UIMenuController.h>
+
+namespace {
+
+NSString *notOffered(NSString *title, NSArray *offered, NSString *key) {
+  NSMutableArray *const titles = [NSMutableArray array];
+  for (id each in offered)
+    [titles addObject:[NSString stringWithFormat:@"\"%@\"", [each valueForKey:key]]];
+  return [NSString stringWithFormat:@"\"%@\" is not offered; what is offered is %@", title,
+                                    [titles count] ? [titles componentsJoinedByString:@", "] : @"nothing"];
+}
+
+id named(NSString *title, NSArray *offered, NSArray *keys) {
+  for (NSString *key in keys)
+    for (id each in offered)
+      if ([[each valueForKey:key] isEqual:title]) return each;
+  return nil;
+}
+
+NSString *chooseActivity(UIActivityViewController *sheet, NSString *title) {
+  NSArray *const offered = [sheet qvdevice_offered];
+  UIActivity *const activity = named(title, offered, @[ @"activityTitle", @"activityType" ]);
+  if (!activity) return notOffered(title, offered, @"activityTitle");
+  [sheet qvdevice_choose:activity];
+  return nil;
+}
+
+NSString *chooseApp(UIDocumentInteractionController *menu, NSString *title) {
+  NSArray *const offered = [menu qvdevice_offered];
+  LSApplicationProxy *const app = named(title, offered, @[ @"localizedName", @"applicationIdentifier" ]);
+  if (!app) return notOffered(title, offered, @"localizedName");
+  [menu qvdevice_choose:app];
+  return nil;
+}
+
+NSString *chooseEntry(UIApplication *application, NSString *title) {
+  UICalloutBar *const bar = [UICalloutBar sharedCalloutBar];
+  UIMenuItem *const entry = named(title, [bar entries], @[ @"title" ]);
+  if (!entry) return notOffered(title, [bar entries], @"title");
+  id const target = [bar targetForAction:[entry action]];
+  [[UIMenuController sharedMenuController] setMenuVisible:NO animated:YES];
+  if (!target) return [NSString stringWithFormat:@"\"%@\" cannot be done any more", title];
+  [application sendAction:[entry action] to:target from:[UIMenuController sharedMenuController] forEvent:nil];
+  return nil;
+}
+
+NSString *notUsable(UIApplication *application) {
+  return [application applicationState] == UIApplicationStateActive ? nil : @"the app is not active";
+}
+
+NSString *choose(UIApplication *application, NSDictionary *command) {
+  if (NSString *const unexpected = QVDeviceUnexpectedArgument(command, @[ @"title" ])) return unexpected;
+  NSString *problem = nil;
+  NSString *const title = QVDeviceTextArgument(command, @"title", &problem);
+  if (!title) return problem;
+  if ((problem = notUsable(application))) return problem;
+  if (UIActivityViewController *const sheet = [UIActivityViewController qvdevice_shown])
+    return chooseActivity(sheet, title);
+  if (UIDocumentInteractionController *const menu = [UIDocumentInteractionController qvdevice_shown])
+    return chooseApp(menu, title);
+  if ([[UIMenuController sharedMenuController] isMenuVisible]) return chooseEntry(application, title);
+  return @"there is nothing to choose from: no menu and no share sheet is shown";
+}
+
+NSString *menu(UIApplication *application, NSDictionary *command) {
+  if (NSString *const unexpected = QVDeviceUnexpectedArgument(command, @[])) return unexpected;
+  if (NSString *const problem = notUsable(application)) return problem;
+  UIMenuController *const menu = [UIMenuController sharedMenuController];
+  [menu setMenuVisible:YES animated:YES];
+  return [menu isMenuVisible] ? nil : @"there is nothing to be done with what is selected";
+}
+
+} // namespace
+
+void QVDeviceTakeMenuCommands(UIApplication *application) {
+  QVDeviceSetControlHandler(@"choose", ^NSString *(NSDictionary *command) {
+    return choose(application, command);
+  });
+  QVDeviceSetControlHandler(@"menu", ^NSString *(NSDictionary *command) {
+    return menu(application, command);
+  });
+}
