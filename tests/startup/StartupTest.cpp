@@ -19,6 +19,11 @@ namespace {
 using Lines = std::vector<std::string>;
 
 const Lines kInstallers = {
+    "3 Sandboxing UICalloutBar",
+    "3 Sandboxing UIMenuController",
+    "3 Sandboxing UIDocumentInteractionController",
+    "3 Sandboxing UIPrintInteractionController",
+    "3 Sandboxing UIActivityViewController",
     "3 Sandboxing NSArray",         // NSArray
     "3 Sandboxing NSData",          // NSData
     "3 Sandboxing NSArray",         // NSDictionary
@@ -52,8 +57,9 @@ protected:
 
   /// Runs the host with the library and, in the process before it, `others`. Gives the log lines, the calls at the SDK
   /// and the host's own output, in order.
-  Lines run(const std::string& others = "") {
+  Lines run(const std::string& others = "", const std::string& settings = "{}") {
     const ChildResult result = runChild({STARTUP_HOST}, {{"QVDEVICE_CONTAINER", container},
+                                                         {"QVDEVICE_SETTINGS", settings},
                                                          {"QVDEVICE_TRACE_FD", "1"},
                                                          {"LD_PRELOAD", std::string(LIBRARY " ") + others},
                                                          // A sanitizer's symbolizer would be given the library, too.
@@ -142,6 +148,16 @@ TEST_F(Startup, RunsAllInstallersInOrderThoughEveryOneCaughtAHookException) {
            " does not match original " + selector + " in class " + cls;
   };
   const Lines installers = {
+      "3 Sandboxing UICalloutBar",
+      refused("UICalloutBar", "targetForAction:"),
+      "3 Sandboxing UIMenuController",
+      refused("UIMenuController", "setMenuItems:"),
+      "3 Sandboxing UIDocumentInteractionController",
+      refused("UIDocumentInteractionController", "_applications:"),
+      "3 Sandboxing UIPrintInteractionController",
+      "0 UIPrintInteractionControllerSandboxInit: Caught HookException: (null)",
+      "3 Sandboxing UIActivityViewController",
+      refused("UIActivityViewController", "initWithActivityItems:applicationActivities:"),
       "3 Sandboxing NSArray",
       refused("NSArray", "writeToFile:atomically:"),
       "3 Sandboxing NSData",
@@ -162,6 +178,12 @@ TEST_F(Startup, RunsAllInstallersInOrderThoughEveryOneCaughtAHookException) {
       refused("UIDocument", "saveToURL:forSaveOperation:completionHandler:"),
   };
   EXPECT_EQ(run(TAKEN_NAMES), expected({}, installers));
+}
+
+TEST_F(Startup, InstallsEverythingOnEveryReleaseWhateverPrivateMethodsItHas) {
+  for (const char* release : {"8.2", "9.0", "10.3", "11.0", "12.4", "13.5", "17.0"}) {
+    EXPECT_EQ(run("", std::string(R"({"systemVersion":")") + release + "\"}"), expected({})) << release;
+  }
 }
 
 TEST_F(Startup, WithoutAStaleConfigurationFileRemovesNothingAndLogsNothingOfIt) {

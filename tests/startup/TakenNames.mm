@@ -12,6 +12,11 @@
   @end
 
 // clang-format off: selectors in their own layout
+TAKEN(UIView, -, sb_targetForAction:(SEL)a)
+TAKEN(UIMenuController, -, sb_setMenuItems:(id)a)
+TAKEN(UIDocumentInteractionController, -, sb__applications:(BOOL)a)
+TAKEN(UIPrintInteractionController, +, sb_isPrintingAvailable)
+TAKEN(UIActivityViewController, -, sb_initWithActivityItems:(id)a applicationActivities:(id)b)
 TAKEN(NSArray, -, sb_writeToFile:(id)a atomically:(BOOL)b)
 TAKEN(NSData, -, sb_writeToFile:(id)a atomically:(BOOL)b)
 TAKEN(NSDictionary, -, sb_writeToFile:(id)a atomically:(BOOL)b)

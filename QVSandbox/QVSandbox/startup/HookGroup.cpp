@@ -9,7 +9,15 @@ namespace qvsb {
 
 namespace {
 
+bool isPassedOver(const Hook& hook, Class cls) {
+  return hook.presence == Presence::ifPresent &&
+         !send<BOOL>(cls, "instancesRespondToSelector:"_sel, selector(hook.selector));
+}
+
 void exchange(const HookGroup& group, Class cls, const Hook& hook) {
+  if (isPassedOver(hook, cls)) {
+    return;
+  }
   const SEL original = selector(hook.selector);
   const SEL replacement = selector(hook.replacement.selector);
   NSError error;
@@ -25,7 +33,7 @@ void exchange(const HookGroup& group, Class cls, const Hook& hook) {
 } // namespace
 
 void addReplacements(const HookGroup& group) {
-  const Class cls(objc_lookUpClass(group.className));
+  const Class cls(objc_lookUpClass(group.replacementsIn ? group.replacementsIn : group.className));
   if (!cls) {
     return; // the installer will say so
   }

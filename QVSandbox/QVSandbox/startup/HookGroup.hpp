@@ -9,16 +9,25 @@
 
 namespace qvsb {
 
+/// Whether a platform release may lack the hooked method.
+enum class Presence { always, ifPresent };
+
 /// One hooked method: the platform's selector, and the replacement with the selector under which it is kept and under
 /// which, after the exchange, the platform's implementation is reached.
 struct Hook {
   const char* selector;
   MethodEntry replacement;
+  Presence presence = Presence::always;
 };
 
 /// `hook<sb_length>("length", "sb_length")`, with `NSUInteger sb_length(NSString self, SEL)`.
 template <auto Replacement> consteval Hook hook(const char* selector, const char* replacementSelector) {
   return {selector, method<Replacement>(replacementSelector)};
+}
+
+/// The same for a method that some platform releases do not have: there it is passed over in silence.
+template <auto Replacement> consteval Hook hookIfPresent(const char* selector, const char* replacementSelector) {
+  return {selector, method<Replacement>(replacementSelector), Presence::ifPresent};
 }
 
 enum class HookedMethods { instance, ofClass };
@@ -30,6 +39,9 @@ struct HookGroup {
   const char* className;
   HookedMethods kind;
   std::span<const Hook> hooks;
+  /// The superclass to which the replacements are added where the hooked class is one that apps do not name; otherwise
+  /// they are added to the hooked class.
+  const char* replacementsIn = nullptr;
 };
 
 /// Adds the replacements, so that they are there to be found whether or not the exchange succeeds. One whose name the

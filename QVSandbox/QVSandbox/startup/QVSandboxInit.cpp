@@ -15,7 +15,9 @@
 #include "../platform/Foundation/NSPathUtilities.hpp"
 #include "../platform/Foundation/NSProcessInfo.hpp"
 #include "../platform/Zorbel/Zorbel.hpp"
+#include "../policy/SharingSandbox.hpp"
 #include "../protection/FileProtection.hpp"
+#include "../protection/UserInterfaceSandbox.hpp"
 #include "methods.hpp"
 
 // The one translation unit that may have initialisers.
@@ -40,6 +42,11 @@ void removeStaleConfiguration() {
 
 /// The order is part of what log readers rely on.
 constexpr void (*installers[])() = {
+    &UICalloutBarSandboxInit,
+    &UIMenuControllerSandboxInit,
+    &UIDocumentInteractionControllerSandboxInit,
+    &UIPrintInteractionControllerSandboxInit,
+    &UIActivityViewControllerSandboxInit,
     &NSArraySandboxInit,
     &NSDataSandboxInit,
     &NSDictionarySandboxInit,

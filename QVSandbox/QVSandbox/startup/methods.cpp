@@ -8,9 +8,11 @@
 #include "../lifecycle/ZBWrappedApplicationDelegate.hpp"
 #include "../policy/Constants.hpp"
 #include "../policy/SBZorbelConfigHelper.hpp"
+#include "../policy/SharingSandbox.hpp"
 #include "../policy/ZorbelUtil.hpp"
 #include "../protection/FileProtection.hpp"
 #include "../protection/NSFileManager+Helpers.hpp"
+#include "../protection/UserInterfaceSandbox.hpp"
 #include "NSObject+QVSBJRSwizzle.hpp"
 
 namespace qvsb {
@@ -20,6 +22,7 @@ namespace {
 constexpr const Category* categories[] = {
     &NSObjectQVSBJRSwizzle,
     &NSFileManagerHelpers,
+    &UIActivityViewControllerFiltering,
 };
 
 constexpr Class (*classes[])() = {
@@ -33,6 +36,11 @@ constexpr Class (*classes[])() = {
 };
 
 constexpr const HookGroup* hookGroups[] = {
+    &UICalloutBarSandbox,
+    &UIMenuControllerSandbox,
+    &UIDocumentInteractionControllerSandbox,
+    &UIPrintInteractionControllerSandbox,
+    &UIActivityViewControllerSandbox,
     &NSArraySandbox,
     &NSDataSandbox,
     &NSDictionarySandbox,

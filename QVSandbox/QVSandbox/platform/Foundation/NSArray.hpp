@@ -17,6 +17,8 @@ class NSMutableArray : public NSArray {
   QVSB_HANDLE(NSMutableArray, NSArray)
   QVSB_CLASS_METHOD(NSMutableArray, array, "array")
   QVSB_METHOD(void, addObject, "addObject:", Object)
+  QVSB_CLASS_METHOD(NSMutableArray, arrayWithArray, "arrayWithArray:", NSArray)
+  QVSB_METHOD(void, removeObjectAtIndex, "removeObjectAtIndex:", NSUInteger)
 };
 
 } // namespace qvsb

@@ -41,6 +41,8 @@ class NSString : public NSObject {
               NSStringEncoding)
   /// The first occurrence. An expression that is none, and the empty text, are nowhere.
   QVSB_METHOD(NSRange, rangeOfString_options, "rangeOfString:options:", NSString, NSStringCompareOptions)
+  QVSB_METHOD(BOOL, hasPrefix, "hasPrefix:", NSString)
+  QVSB_METHOD(BOOL, isEqualToString, "isEqualToString:", NSString)
   QVSB_METHOD(NSString, stringByReplacingOccurrencesOfString_withString,
               "stringByReplacingOccurrencesOfString:withString:", NSString, NSString)
   QVSB_METHOD(NSString, lastPathComponent, "lastPathComponent")
