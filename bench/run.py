@@ -183,6 +183,15 @@ def main(build):
         table.ratio(f"restore of {count} pasteboard items : Foundation's sets", restores[f"Restore{count}"], "guard", "byHand", **micro)
     table.value("restore of 10000 pasteboard items", f"{middle(restores['Restore10000'], lambda r: r['guard']) / 1000:.2f} us")
 
+    ways = bench.measure("bench_ways_out")
+    runs = ways["Sheet"]
+    table.ratio("share sheet of 200 activities, 1000 patterns : questions", runs, "filter", "questions", **micro)
+    table.ratio("  400 activities : 200", runs, "twiceTheActivities", "filter", **micro)
+    table.ratio("  2000 patterns : 1000", runs, "twiceThePatterns", "filter", **micro)
+    runs = ways["Menu"]
+    table.ratio("callout bar looks for a target : not hooked", runs, "target", "targetUnhooked")
+    table.ratio("setMenuItems: with two items : not hooked", runs, "items", "itemsUnhooked")
+
     print("system calls ...", file=sys.stderr, flush=True)
     calls = {way: bench.system_calls(way) for way in ("alone", "bare", "byHand", "hooked")}
     total = {way: sum(each.values()) for way, each in calls.items()}

@@ -27,7 +27,8 @@
   _catalog = [[NoteCatalog alloc] initWithFolder:documents];
   _openDocuments = [[NSMutableArray alloc] init];
 
-  NotesViewController *controller = [[[NotesViewController alloc] initWithNotes:[Note samples]] autorelease];
+  NotesViewController *controller = [[[NotesViewController alloc] initWithNotes:[Note samples]
+                                                                         folder:documents] autorelease];
   self.window = [[[UIWindow alloc] initWithFrame:[[UIScreen mainScreen] bounds]] autorelease];
   self.window.rootViewController = controller;
   [self.window makeKeyAndVisible];

@@ -36,6 +36,7 @@ TEST(Event, thatIsAStepOfTheAppsLifeIsAVerb) {
   EXPECT_EQ(commandOf("background"), R"({"do":"enterBackground"})");
   EXPECT_EQ(commandOf("foreground"), R"({"do":"enterForeground"})");
   EXPECT_EQ(commandOf("keyboard"), R"({"do":"keyboard"})");
+  EXPECT_EQ(commandOf("menu"), R"({"do":"menu"})");
 }
 
 TEST(Event, thatSetsAPolicyHoldsItsValueAndMessage) {
@@ -61,6 +62,7 @@ TEST(Event, thatIsATouchHoldsItsPlaceIfAny) {
 TEST(Event, withATextHoldsAllOfTheLineUpToAComment) {
   EXPECT_EQ(commandOf("tap Save all  # and go on"), R"({"do":"tap","title":"Save all"})");
   EXPECT_EQ(commandOf("type issue#1, größer \r"), R"({"do":"type","text":"issue#1, größer"})");
+  EXPECT_EQ(commandOf("choose Copy to Example Mail # and go on"), R"({"do":"choose","title":"Copy to Example Mail"})");
   EXPECT_EQ(commandOf("dictate one\ttwo"), "{\"do\":\"dictate\",\"text\":\"one\\ttwo\"}");
 }
 

@@ -84,6 +84,8 @@ TEST(Events, withNothingToTapToTypeOrToDictateAreRefused) {
   EXPECT_EQ(refusal("tap \"\""), "1:5: tap needs a button's title\n");
   EXPECT_EQ(refusal("type #1"), "1:5: type needs a text\n");
   EXPECT_EQ(refusal("dictate "), "1:8: dictate needs a text\n");
+  EXPECT_EQ(refusal("choose "), "1:7: choose needs what is to be chosen\n");
+  EXPECT_EQ(refusal("menu x"), "1:6: \"x\" is too much after menu\n");
   EXPECT_THAT(refusal("type \"a"), StartsWith("1:8: not JSON: "));
   EXPECT_EQ(refusal("type \"a\" b"), "1:10: \"b\" is too much after type\n");
 }

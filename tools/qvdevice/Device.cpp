@@ -10,9 +10,10 @@ namespace fs = std::filesystem;
 
 namespace qvdevice {
 
-/// A database of the device, or what the database engine puts beside one.
+/// A database of the device, or what the database engine puts beside one; other apps, and what leaves an app.
 static bool isTheDevices(std::string_view name) {
-  return name.starts_with("pasteboard.db") || name.starts_with("keychain.db");
+  return name == "Apps" || name == "Outbox" || name == "Print" || name.starts_with("pasteboard.db") ||
+         name.starts_with("keychain.db");
 }
 
 fs::path prepareDevice(const fs::path& folder) {

@@ -125,6 +125,10 @@ void readPerform(EventLine& line, Event& event) {
 
 void readTap(EventLine& line, Event& event) { event.command["title"] = line.text("tap needs a button's title"); }
 
+void readChoose(EventLine& line, Event& event) {
+  event.command["title"] = line.text("choose needs what is to be chosen");
+}
+
 void readType(EventLine& line, Event& event) { event.command["text"] = line.text(event.name + " needs a text"); }
 
 void readNothing(EventLine&, Event&) {}
@@ -145,6 +149,8 @@ constexpr std::array kForms{Form{"activate", Kind::kCommand, "becomeActive", rea
                             Form{"touch", Kind::kCommand, "touch", readTouch},
                             Form{"tap", Kind::kCommand, "tap", readTap},
                             Form{"perform", Kind::kCommand, "perform", readPerform},
+                            Form{"menu", Kind::kCommand, "menu", readNothing},
+                            Form{"choose", Kind::kCommand, "choose", readChoose},
                             Form{"type", Kind::kCommand, "type", readType},
                             Form{"dictate", Kind::kCommand, "dictate", readType},
                             Form{"keyboard", Kind::kCommand, "keyboard", readNothing},

@@ -73,6 +73,9 @@ nlohmann::json settingsOf(const RunOptions& options) {
   if (options.withoutTerminateWithSuccess) {
     settings["terminateWithSuccess"] = false;
   }
+  if (options.withoutPrinting) {
+    settings["printingAvailable"] = false;
+  }
   return settings;
 }
 

@@ -21,6 +21,7 @@ struct RunOptions {
   std::optional<std::string> launchSource;
   /// The application does not know the platform's own way to end itself.
   bool withoutTerminateWithSuccess = false;
+  bool withoutPrinting = false;
   bool keep = false;
   bool noLibrary = false;
   bool json = false;

@@ -80,6 +80,10 @@ public:
       protection(record);
     } else if (kind == "output") {
       line(textOf(record, "text"));
+    } else if (kind == "out") {
+      entry("out", wayOutInWords(record), Colour::kBold);
+    } else if (const std::string offer = offerInWords(record); !offer.empty()) {
+      entry("screen", offer, Colour::kCyan);
     } else if (kind == "sdk") {
       call(record);
     } else if (verbose_) {

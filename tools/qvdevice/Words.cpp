@@ -46,6 +46,32 @@ std::string callInWords(const Json& record) {
   return textOf(record, "call") + (arguments.empty() ? "" : " (" + arguments + ")");
 }
 
+std::string wayOutInWords(const Json& record) {
+  const std::string way = textOf(record, "way");
+  const std::string what = textOf(record, "name");
+  if (way == "print") {
+    return what + " is printed";
+  }
+  if (way == "pasteboard") {
+    return what + " is copied to the pasteboard";
+  }
+  return what + " is handed to " + textOf(record, "to");
+}
+
+std::string offerInWords(const Json& record) {
+  static const std::map<std::string, std::string> kShown{
+      {"sheet", "the share sheet"}, {"menu", "the edit menu"}, {"openInMenu", "the open-in menu"}};
+  const auto shown = kShown.find(textOf(record, "kind"));
+  if (shown == kShown.end() || !record.contains("offered")) {
+    return {};
+  }
+  std::string entries;
+  for (const Json& each : record["offered"]) {
+    entries += (entries.empty() ? "" : ", ") + (each.is_string() ? each.get<std::string>() : dumped(each));
+  }
+  return shown->second + " offers " + (entries.empty() ? "nothing" : entries);
+}
+
 static std::string setInWords(const Json& command) {
   std::string words = "the administrator sets";
   for (const auto& [key, value] : command["values"].items()) {
@@ -78,6 +104,12 @@ std::string eventInWords(const Event& event) {
   }
   if (event.name == "perform") {
     return "the user asks for " + textOf(command, "action");
+  }
+  if (event.name == "menu") {
+    return "the user asks for the edit menu";
+  }
+  if (event.name == "choose") {
+    return "the user chooses " + dumped(command["title"]);
   }
   if (event.name == "type") {
     return "the user types " + dumped(command["text"]);

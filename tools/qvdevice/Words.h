@@ -18,6 +18,10 @@ std::string inWords(const std::string& protection);
 std::string lifecycleInWords(const std::string& event);
 /// A call at the SDK with its arguments: "name: (delegate nil, version 4.2.0.18)".
 std::string callInWords(const nlohmann::ordered_json& record);
+/// Something that has left the app.
+std::string wayOutInWords(const nlohmann::ordered_json& record);
+/// What a menu or the share sheet offers; empty when the record is of something else.
+std::string offerInWords(const nlohmann::ordered_json& record);
 /// What is done to the app.
 std::string eventInWords(const Event& event);
 

@@ -31,7 +31,8 @@ static void addRun(CLI::App& run, RunOptions& options) {
   run.add_option("--events", options.events,
                  "What happens to the app: a file with one event a line (docs/qvdevice.md), of activate, resign, "
                  "background, foreground, set KEY JSON [MESSAGE], open URL [from BUNDLEID], touch [X Y], tap TITLE, "
-                 "perform SELECTOR, type TEXT, dictate TEXT, keyboard, wait MILLISECONDS, ends, terminate; without it "
+                 "perform SELECTOR, menu, choose TITLE, type TEXT, dictate TEXT, keyboard, wait MILLISECONDS, ends, "
+                 "terminate; without it "
                  "the app is used, put away and ended");
   CLI::Option* url =
       run.add_option("--launch-url", options.launchUrl, "A URL that the app is launched with, to open it");
@@ -48,6 +49,7 @@ static void addRun(CLI::App& run, RunOptions& options) {
       ->capture_default_str();
   run.add_flag("--without-terminate-with-success", options.withoutTerminateWithSuccess,
                "The application does not answer to terminateWithSuccess");
+  run.add_flag("--without-printing", options.withoutPrinting, "The device has nothing to print with");
   run.add_option("--container", options.container, "The app's container, kept; without it a fresh one, removed after");
   run.add_option("--device", options.device,
                  "Where the device keeps what its apps have in common, the pasteboard for one; without it the app has "
