@@ -89,6 +89,25 @@ TEST_F(Replay, OfLaunchAndURLComesInThisOrderAndIsWhatTheHostAnswersToTheURL) {
   expectCleared();
 }
 
+namespace {
+
+id<QVDelegateObject> replaying = nil;
+void holdAnotherURLBack() { [replaying setLaunchUrl:[NSURL URLWithString:@"notes:2"]]; }
+
+} // namespace
+
+TEST_F(Replay, OfTheURLTakesTheOneThatIsHeldBackWhenItsTurnComes) {
+  [host has:@"application:didFinishLaunchingWithOptions:", @"application:openURL:options:", nil];
+  replaying = delegate;
+  host->during = &holdAnotherURLBack;
+  [delegate setReplay:3];
+  [delegate setLaunchUrl:url()];
+  [delegate _replayPendingActions];
+  EXPECT_EQ(take(), (Lines{kLaunchLine, "host application:didFinishLaunchingWithOptions: app nil", kURLLine,
+                           "host application:openURL:options: app notes:2"}));
+  expectCleared();
+}
+
 TEST_F(Replay, OfOtherBitsIsYesAndClears) {
   [host has:@"application:didFinishLaunchingWithOptions:", @"application:openURL:options:", nil];
   [delegate setReplay:4];

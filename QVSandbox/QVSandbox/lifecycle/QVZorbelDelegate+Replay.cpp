@@ -28,8 +28,6 @@ BOOL QVZorbelDelegateState::replayPendingActions() {
     return YES;
   }
   const auto delegate = self<QVZorbelDelegate>();
-  const Strong<NSDictionary> launchOptions = launchDictionary_;
-  const Strong<NSURL> url = launchUrl_;
   BOOL result = YES;
   // A host that raises has had its launch: it is not launched a second time.
   tryFinally(
@@ -37,10 +35,12 @@ BOOL QVZorbelDelegateState::replayPendingActions() {
         const UIApplication application = UIApplication::sharedApplication();
         if (pending & kFirstLaunch) {
           Zorbel::wrapperLogAtLevel_format(3, "Replaying first launch to AppDelegate"_ns);
-          delegate._application_didFinishLaunchingWithOptions(application, launchOptions.get());
+          const Strong<NSDictionary> options = launchDictionary_;
+          delegate._application_didFinishLaunchingWithOptions(application, options.get());
         }
         if (pending & kOpenURL) {
           Zorbel::wrapperLogAtLevel_format(3, "Replaying Open URL"_ns);
+          const Strong<NSURL> url = launchUrl_;
           const NSMutableDictionary options = NSMutableDictionary::dictionary();
           if (launchAnnotation_) {
             options.setObject_forKey(launchAnnotation_.get(), UIApplicationLaunchOptionsAnnotationKey());
