@@ -130,6 +130,8 @@ TEST(TypeEncoding, thatBreaksOffIsReadAsFarAsItGoes) {
   EXPECT_EQ(name("^]"), " *");
   EXPECT_EQ(name("{"), "struct ");
   EXPECT_EQ(name("{Foo"), "struct Foo");
+  EXPECT_EQ(name("{Foo{"), "struct Foo");
+  EXPECT_EQ(name("{}Foo{}=i"), "struct Foo");
   EXPECT_EQ(name("{Foo="), "struct Foo");
   EXPECT_EQ(name("{Foo=i{Bar"), "struct Foo");
   EXPECT_EQ(name("("), "union");

@@ -3,6 +3,10 @@
 #import "Asking.h"
 #include "Lifecycle.h"
 
+#include <sys/mman.h>
+
+#include <cstring>
+
 namespace {
 
 class DelegateRequest : public Lifecycle {
@@ -36,6 +40,36 @@ id askThrough(UIApplication *application, int frames) {
   return delegate;
 }
 
+/// Asks from code that was made while the app runs, and so belongs to no image.
+class MadeCode {
+public:
+  MadeCode() : page_(::mmap(nullptr, kSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0)) {
+    // Calls its third argument with its first two, and gives its result.
+#if defined(__x86_64__)
+    const unsigned char code[] = {0x48, 0x83, 0xec, 0x08, 0xff, 0xd2, 0x48, 0x83, 0xc4, 0x08, 0xc3};
+#elif defined(__aarch64__)
+    const unsigned int code[] = {0xa9bf7bfd, 0xd63f0040, 0xa8c17bfd, 0xd65f03c0};
+#endif
+    if (page_ == MAP_FAILED) return;
+    std::memcpy(page_, code, sizeof code);
+    ::mprotect(page_, kSize, PROT_READ | PROT_EXEC);
+    __builtin___clear_cache(static_cast<char *>(page_), static_cast<char *>(page_) + sizeof code);
+  }
+  ~MadeCode() { ::munmap(page_, kSize); }
+  MadeCode(const MadeCode &) = delete;
+  MadeCode &operator=(const MadeCode &) = delete;
+
+  id askForDelegateOf(UIApplication *application) const {
+    using Call = id (*)(id, SEL, IMP);
+    return reinterpret_cast<Call>(page_)(application, @selector(delegate),
+                                         [application methodForSelector:@selector(delegate)]);
+  }
+
+private:
+  static constexpr std::size_t kSize = 4096;
+  void *page_;
+};
+
 } // namespace
 
 TEST_F(DelegateRequest, FromTheHostsOwnCodeBehindTheProxyIsAnsweredWithTheOriginalDelegate) {
@@ -59,6 +93,13 @@ TEST_F(DelegateRequest, FromAPlatformFrameworkIsAnsweredWithTheProxyThoughTheHos
   EXPECT_EQ([application valueForKey:@"delegate"], proxy);
   EXPECT_EQ([[@[ application ] valueForKey:@"delegate"] firstObject], proxy);
   EXPECT_EQ(support::log(), (Lines{real(proxy), real(proxy)}));
+}
+
+TEST_F(DelegateRequest, FromCodeThatLiesInNoImageIsAnsweredWithTheProxy) {
+  launch(host);
+  putProxy();
+  EXPECT_EQ(MadeCode().askForDelegateOf(application), proxy);
+  EXPECT_EQ(support::log(), (Lines{real(proxy)}));
 }
 
 TEST_F(DelegateRequest, FromDeepInTheHostsOwnCodeIsAnsweredWithTheOriginalDelegate) {

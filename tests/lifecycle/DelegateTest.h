@@ -28,6 +28,7 @@ void note(const std::string &event);
   NSInteger pasteboardPolicy;
   NSDictionary *config;
   id delegate; // not retained
+  void (*whenGivenADelegate)(id given);
   /// What its calls are noted under; "sdk" unless a test has two.
   std::string *name;
 }
@@ -140,6 +141,8 @@ protected:
 
   /// Gives up the SDK, whose only owner is this test.
   void releaseSDK();
+  /// Puts another one in its place, which nobody uses yet.
+  void makeSDK();
 
   QVTestZorbel *sdk = nil;
   QVTestHost *host = nil;

@@ -83,6 +83,7 @@ std::string raisedBy(void (^block)()) {
 - (void)setZorbelDelegate:(id)newDelegate {
   delegate = newDelegate;
   note(*name + " setZorbelDelegate: " + text(NSStringFromClass([newDelegate class])));
+  if (whenGivenADelegate) whenGivenADelegate(newDelegate);
 }
 
 - (void)startWithLaunchOptions:(NSDictionary *)options {
@@ -320,7 +321,7 @@ void DelegateTest::SetUp() {
   (void)once;
   host = [[QVTestHost alloc] init];
   [[UIApplication sharedApplication] setDelegate:host];
-  sharedSDK = sdk = [[QVTestZorbel alloc] init];
+  makeSDK();
   delegate = make();
   [delegate setQvZorbel:sdk];
   captureIsOn = false;
@@ -359,3 +360,5 @@ void DelegateTest::releaseSDK() {
   [sdk release];
   sdk = nil;
 }
+
+void DelegateTest::makeSDK() { sharedSDK = sdk = [[QVTestZorbel alloc] init]; }

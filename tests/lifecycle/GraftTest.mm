@@ -119,6 +119,8 @@ TEST_F(Graft, MarksTheClassWithAMethodThatSaysWhatItIsThereFor) {
   EXPECT_EQ(support::log(),
             (Lines{"3 -[ZBWrappedApplicationDelegate zb_markerMethod]",
                    "5 (null) Marker method. If this method is present, we have already swizzled this class."}));
+  const Method marker = class_getInstanceMethod([QVEmptyHost class], sel_registerName("zb_markerMethod"));
+  EXPECT_STREQ(method_getTypeEncoding(marker), "v16@0:8");
 }
 
 TEST_F(Graft, TakesItsMethodsFromAClassThatHoldsTheseAndNothingElse) {

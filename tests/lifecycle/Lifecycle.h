@@ -18,6 +18,7 @@
 - (id)originalDelegate;
 - (void)setOriginalDelegate:(id)delegate;
 - (UIWindow *)window;
+- (void)setWindow:(UIWindow *)window;
 @end
 
 extern "C" {

@@ -56,6 +56,13 @@ TEST_P(LifecycleEvent, ReachesTheHostAndThenTheSDKsSide) {
   EXPECT_EQ(support::log(3), (Lines{ours(), GetParam().line}));
 }
 
+TEST_P(LifecycleEvent, HandsTheHostWhateverThePlatformHandsOver) {
+  QVFullHost *const host = make<QVFullHost>();
+  launch(host);
+  [host performSelector:selector() withObject:make<QVEmptyHost>()];
+  EXPECT_EQ(heard(), Lines{std::string(GetParam().selector) + " QVEmptyHost"});
+}
+
 TEST_P(LifecycleEvent, ThatTheHostHasNoMethodForReachesTheSDKsSideAlone) {
   QVEmptyHost *const host = make<QVEmptyHost>();
   launch(host);

@@ -53,10 +53,43 @@ TEST_F(LifecycleEntry, ASecondLaunchIsLoggedAndStartsNothing) {
 
 TEST_F(LifecycleEntry, LaunchOnceTheSDKHasGoneStartsTheOneThatTookItsPlace) {
   releaseSDK();
+  makeSDK();
+  take();
   [delegate applicationDidFinishLaunchingWithOptions:nil];
-  // There is none.
+  const Lines started = {"sdk setZorbelDelegate: QVZorbelDelegate", "sdk startWithLaunchOptions: nil",
+                         "util setZorbel: shared"};
+  EXPECT_EQ(take(), launchLines(nil) + started);
+  EXPECT_EQ([delegate qvZorbel], sdk);
+  EXPECT_EQ([util() zorbel], sdk);
+}
+
+TEST_F(LifecycleEntry, LaunchWithoutAnSDKLeavesThePolicyObjectWithoutOne) {
+  releaseSDK();
+  [delegate applicationDidFinishLaunchingWithOptions:nil];
   EXPECT_EQ(take(), launchLines(nil) + Lines{"util setZorbel: shared"});
   EXPECT_EQ([delegate qvZorbel], nil);
+  EXPECT_EQ([util() zorbel], nil);
+}
+
+TEST_F(LifecycleEntry, LaunchGoesByTheDelegatesOwnSDKAndNotByThePolicyObjects) {
+  [util() setZorbel:sdk];
+  [delegate setQvZorbel:nil];
+  take();
+  [delegate applicationDidFinishLaunchingWithOptions:nil];
+  EXPECT_EQ([delegate qvZorbel], sdk);
+  EXPECT_EQ(sdk->delegate, delegate);
+}
+
+TEST_F(LifecycleEntry, LaunchHasTheSDKInUseByTheTimeThatTheSDKHearsOfItsDelegate) {
+  [delegate setQvZorbel:nil];
+  sdk->whenGivenADelegate = [](id given) {
+    note([given qvZorbel] == nil ? "not in use" : "in use");
+    note([util() zorbel] == nil ? "nothing to decide by" : "decisions");
+  };
+  [delegate applicationDidFinishLaunchingWithOptions:nil];
+  const Lines started = {"sdk setZorbelDelegate: QVZorbelDelegate", "in use", "nothing to decide by",
+                         "sdk startWithLaunchOptions: nil", "util setZorbel: shared"};
+  EXPECT_EQ(take(), launchLines(nil) + started);
 }
 
 TEST_F(LifecycleEntry, BecomingActiveTakesASnapshotOfThePasteboardWhateverTheState) {
@@ -110,6 +143,8 @@ TEST_F(LifecycleEntry, EnteringTheBackgroundStopsThePasscodeExtension) {
 }
 
 TEST_F(LifecycleEntry, EnteringTheForegroundIsOnlyLogged) {
+  // Not even an app that the SDK wants ended is ended by it.
+  sdk->ready = sdk->readyToTerminate = YES;
   [delegate applicationWillEnterForeground];
   EXPECT_EQ(take(), (Lines{"log 3 (-[QVZorbelDelegate applicationWillEnterForeground]) "}));
 }

@@ -41,7 +41,9 @@ const Lines kOnALaterTurn = {
     "exit",
 };
 
+// 2 is the high one.
 const Lines kOnAnotherThread = {
+    "global queue of priority 2",
     "log 2 exiting application (other thread)",
     "log 3 -[QVZorbelDelegate applicationWillTerminate] (other thread)",
     "pasteboard restored (other thread)",
@@ -71,12 +73,12 @@ TEST(ProcessEnd, WithoutAnSDKExitsAllTheSame) {
                    "pasteboard restored", "exit"}));
 }
 
-TEST(ProcessEnd, BelowSystemVersionSixDoesNotWaitForTheMainThread) {
+TEST(ProcessEnd, BelowSystemVersionSixTakesAQueueOfHighPriorityAndDoesNotWaitForTheMainThread) {
   EXPECT_EQ(linesOf(version("5.1.1")), kOnAnotherThread);
   EXPECT_EQ(linesOf(version("5.10")), kOnAnotherThread);
   EXPECT_EQ(linesOf(version("4.3", true)),
-            (Lines{"log 2 exiting application (other thread)", "host applicationWillTerminate: (other thread)",
-                   "exit (other thread)"}));
+            (Lines{"global queue of priority 2", "log 2 exiting application (other thread)",
+                   "host applicationWillTerminate: (other thread)", "exit (other thread)"}));
 }
 
 TEST(ProcessEnd, FromSystemVersionSixOnWaitsForTheMainThread) {

@@ -111,6 +111,17 @@ TEST_F(TopmostController, IsTheLastOnesOfANavigationControllerThatIsPresented) {
   EXPECT_EQ(topOf(root), last);
 }
 
+TEST_F(TopmostController, IsTheLastOnesOfASubclassOfTheNavigationController) {
+  UIViewController *const root = plain();
+  UIViewController *const last = plain();
+  Class const subclass = objc_allocateClassPair([UINavigationController class], "QVTestNavigationController", 0);
+  objc_registerClassPair(subclass);
+  UINavigationController *const navigating = [[[subclass alloc] init] autorelease];
+  [navigating setViewControllers:@[ plain(), last ]];
+  present(root, navigating);
+  EXPECT_EQ(topOf(root), last);
+}
+
 TEST_F(TopmostController, IsWhatTheLastOnesOfANavigationControllerPresent) {
   UIViewController *const root = plain();
   UIViewController *const last = plain();

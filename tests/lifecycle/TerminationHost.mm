@@ -4,6 +4,8 @@
 #import <UIKit/UIKit.h>
 #import <Zorbel/Zorbel.h>
 
+#include <dispatch/dispatch.h>
+#include <dlfcn.h>
 #include <objc/runtime.h>
 #include <unistd.h>
 
@@ -45,6 +47,14 @@ void terminateLater(id application, SEL) {
 }
 
 } // namespace
+
+/// A queue of the system's that is asked for is told by its priority.
+extern "C" dispatch_queue_t dispatch_get_global_queue(long priority, unsigned long flags) {
+  using Function = dispatch_queue_t (*)(long, unsigned long);
+  static const Function actual = reinterpret_cast<Function>(::dlsym(RTLD_NEXT, "dispatch_get_global_queue"));
+  say("global queue of priority " + std::to_string(priority));
+  return actual(priority, flags);
+}
 
 @interface UIApplication (QVTestPatience)
 - (void)endAtLast;

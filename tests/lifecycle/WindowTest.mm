@@ -19,6 +19,13 @@ TEST_F(DelegateWindow, OfAHostThatHasThePropertyIsTheHosts) {
   EXPECT_EQ(support::log(), kSetAndGet);
 }
 
+TEST_F(DelegateWindow, OfAHostThatHasThePropertyAndNoWindowIsNone) {
+  QVFullHost *const host = make<QVFullHost>();
+  launch(host);
+  [ZorbelDelegate() setWindow:make<UIWindow>()];
+  EXPECT_EQ([host window], nil);
+}
+
 TEST_F(DelegateWindow, OfAHostWithoutThePropertyIsKeptByTheSDKsSide) {
   id<UIApplicationDelegate> const host = make<QVEmptyHost>();
   launch(host);

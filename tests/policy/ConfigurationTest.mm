@@ -194,6 +194,10 @@ TEST_F(Configuration, filteredIsMutableAndTheCallersOwn) {
   EXPECT_TRUE([filtered isKindOfClass:[NSMutableDictionary class]]);
   [filtered setObject:@"more" forKey:@"other"];
   EXPECT_EQ([given count], 1u);
+  // Also where there is nothing to copy.
+  NSMutableDictionary *const empty = [NSMutableDictionary dictionary];
+  EXPECT_NE([helper() filteredConfigFromConfig:empty], empty);
+  [[helper() filteredConfigFromConfig:@{}] setObject:@"more" forKey:@"other"];
 }
 
 TEST_F(Configuration, filteredOfTheTwoKeysAloneIsEmptyAndNotNil) {

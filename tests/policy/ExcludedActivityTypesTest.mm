@@ -125,6 +125,11 @@ TEST_F(Excluded, IsEveryTargetWithoutAWhitelistOrWithAnEmptyOne) {
   EXPECT_EQ(merged(nil), kTargets);
 }
 
+TEST_F(Excluded, IsEveryTargetUnderAWhitelistOfAnEmptyString) {
+  use(@[ @"" ]);
+  EXPECT_EQ(merged(nil), kTargets);
+}
+
 TEST_F(Excluded, IsNoTargetUnderAWhitelistThatMatchesThemAll) {
   use(@[ @"com.apple." ]);
   EXPECT_EQ(merged(nil), Texts());

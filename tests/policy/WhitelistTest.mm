@@ -164,6 +164,17 @@ TEST_F(Pattern, WithAZeroInItIsComparedToItsEnd) {
   EXPECT_FALSE(matches(@"com.axb", pattern));
 }
 
+TEST_F(Pattern, OfAnotherAlphabetAndOfAnyLengthIsComparedWhole) {
+  for (const NSUInteger pieces : {31u, 32u, 33u, 64u, 65u, 100u}) {
+    NSString *const pattern = repeated(@"ком.", pieces);
+    EXPECT_TRUE(matches(pattern, [pattern stringByAppendingString:@"mail"])) << pieces;
+    for (NSUInteger at = 0; at < [pattern length]; ++at) {
+      NSString *const wrong = [pattern stringByReplacingCharactersInRange:NSMakeRange(at, 1) withString:@"х"];
+      EXPECT_FALSE(matches(wrong, [pattern stringByAppendingString:@"mail"])) << pieces << " pieces, at " << at;
+    }
+  }
+}
+
 TEST_F(Pattern, OfAnyLengthIsComparedWhole) {
   for (const NSUInteger pieces : {1u, 2u, 30u, 31u, 32u, 33u, 63u, 64u, 65u, 250u, 5000u}) {
     NSString *const pattern = repeated(@"com.", pieces);
