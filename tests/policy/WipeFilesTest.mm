@@ -151,6 +151,16 @@ TEST_F(Wipe, SkipsABundleThatBearsAWalkedFoldersName) {
   EXPECT_EQ(wipe::log(3), (Lines{"3 Skipping directory: " + wipe::home("tmp")}));
 }
 
+TEST_F(Wipe, SkipsNoFolderWhoseNameOnlyBeginsAsTheBundlesOrEndsSo) {
+  executablePath = [@"/somewhere/Host.app/Program" retain];
+  method_setImplementation(class_getInstanceMethod([NSBundle class], @selector(executablePath)),
+                           (IMP)scriptedExecutable);
+  for (const char *folder : {"Host.app", "Host.app 2", "Host", "My Host.app", "host.app"})
+    wipe::makeFile(std::string(folder) + "/file");
+  cleanUp();
+  EXPECT_EQ(wipe::tree(wipe::home()), (Lines{"Documents", "Host.app", "Host.app/file", "Library", "tmp"}));
+}
+
 TEST_F(Wipe, WithoutAnExecutablesPathSkipsNothing) {
   executablePath = nil;
   method_setImplementation(class_getInstanceMethod([NSBundle class], @selector(executablePath)),
