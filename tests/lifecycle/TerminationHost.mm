@@ -90,8 +90,10 @@ extern "C" dispatch_queue_t dispatch_get_global_queue(long priority, unsigned lo
   [delegate _applicationTerminate];
   // Nobody but what was put off holds the delegate now.
   [delegate release];
-  // Whatever does not need the main thread has its time now.
-  ::usleep(300000);
+  // Whatever does not need the main thread has its time now: all that it takes on a busy machine, where it ends the
+  // process; a moment where nothing may happen.
+  const bool endsElsewhere = [[[UIDevice currentDevice] systemVersion] intValue] < 6;
+  endsElsewhere ? (void)::sleep(20) : (void)::usleep(300000);
   say("launched");
   return YES;
 }
