@@ -15,7 +15,8 @@ VIMAGE_BEGIN
 /// the calling thread. With kvImageGetTempBufferSize the result is the size in bytes that `tempBuffer` must have, and
 /// nothing else happens; without a `tempBuffer` one is allocated for the call. `backgroundColor` is not used.
 ///
-/// Errors, of which the first that applies is answered: kvImageNullPointerArgument; kvImageUnknownFlagsBit;
+/// Errors, of which the first that applies is answered: kvImageNullPointerArgument; kvImageUnknownFlagsBit for
+/// any other flag;
 /// kvImageInvalidEdgeStyle for any other choice of edges; kvImageInvalidKernelSize for an even size;
 /// kvImageRoiLargerThanInputBuffer; kvImageInvalidOffset_X, kvImageInvalidOffset_Y for a region that leaves `src`;
 /// kvImageInvalidRowBytes; kvImageOutOfPlaceOperationRequired when the buffers overlap; kvImageMemoryAllocationError.

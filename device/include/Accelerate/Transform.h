@@ -13,8 +13,8 @@ VIMAGE_BEGIN
 /// The sum has 32 bits; one that needs more wraps around. `dest` may be `src`, the same data with the same rowBytes;
 /// otherwise the two must not overlap. kvImageDoNotTile keeps the work on the calling thread.
 ///
-/// Errors, of which the first that applies is answered: kvImageNullPointerArgument; kvImageUnknownFlagsBit;
-/// kvImageInvalidParameter for a divisor of 0; kvImageBufferSizeMismatch when `src` is smaller than `dest`;
+/// Errors, of which the first that applies is answered: kvImageNullPointerArgument; kvImageUnknownFlagsBit for any
+/// other flag; kvImageInvalidParameter for a divisor of 0; kvImageBufferSizeMismatch when width or height differ;
 /// kvImageInvalidRowBytes; kvImageOutOfPlaceOperationRequired when the buffers overlap in another way.
 vImage_Error vImageMatrixMultiply_ARGB8888(const vImage_Buffer* src, const vImage_Buffer* dest,
                                            const int16_t matrix[4 * 4], int32_t divisor, const int16_t* pre_bias_p,
