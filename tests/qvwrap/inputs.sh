@@ -46,3 +46,12 @@ mkdir -p "$both"
 "$llvm/llvm-lipo" -create arm64/QVSandbox x86_64/QVSandbox -output "$both/QVSandbox"
 for framework in "$xc"/*/QVSandbox.framework; do cp "$here/Framework.plist" "$framework/Info.plist"; done
 cp "$here/XCFramework.plist" $xc/Info.plist
+
+# Where the fuzzers begin.
+mkdir -p corpus/macho corpus/archive Payload/Notes.app
+cp host* corpus/macho
+cp host_simulator_x86_64 Payload/Notes.app/Notes
+echo '<plist version="1.0"><dict><key>CFBundleExecutable</key><string>Notes</string></dict></plist>' >Payload/Notes.app/Info.plist
+zip -q -X -r corpus/archive/deflated Payload
+zip -q -X -r -D -0 corpus/archive/stored Payload
+zip -q -X -r -fd corpus/archive/described Payload

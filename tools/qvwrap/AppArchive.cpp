@@ -12,7 +12,7 @@ namespace qvwrap {
 namespace {
 
 constexpr std::size_t kLargestInfoPlist = std::size_t{16} << 20;
-constexpr std::size_t kLargestExecutable = std::size_t{2048} << 20;
+constexpr std::size_t kLargestExecutable = std::size_t{1024} << 20;
 
 /// The folder of the one app: "Payload/NAME.app/".
 std::string appFolderIn(const ZipArchive& archive) {

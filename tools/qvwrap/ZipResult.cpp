@@ -37,10 +37,29 @@ std::size_t endOf(const ZipArchive& archive, const ZipEntry& entry) {
   return entry.dataEnd() + descriptorSize(archive, entry);
 }
 
+/// Check sum, compressed size and size: three words that stand side by side in headers and descriptors.
 void putSizes(std::span<std::uint8_t> bytes, std::size_t at, const ZipEdit& edit) {
   putLittle<4>(bytes, at, edit.checksum);
   putLittle<4>(bytes, at + 4, edit.stream.size());
   putLittle<4>(bytes, at + 8, edit.size);
+}
+
+/// The same in an entry's own header, where a word may be left zero for a descriptor to tell, and is then left so.
+void putLocalSizes(std::span<std::uint8_t> header, const ZipEdit& edit, bool described) {
+  const ZipEntry& entry = *edit.replaced;
+  const std::uint32_t old[] = {entry.checksum, entry.compressedSize, entry.size};
+  const std::uint64_t fresh[] = {edit.checksum, edit.stream.size(), edit.size};
+  for (std::size_t i = 0; i < 3; ++i) {
+    const std::size_t at = 14 + 4 * i;
+    if (little32(header, at) == 0 && described) {
+      continue;
+    }
+    if (little32(header, at) != old[i]) {
+      throw Failure(kRefused, "the archive is malformed: \"" + entry.name +
+                                  "\" has another size or check sum in the directory than at its place");
+    }
+    putLittle<4>(header, at, fresh[i]);
+  }
 }
 
 /// The local header, data and descriptor of the entry that is replaced.
@@ -49,21 +68,10 @@ Bytes replacement(const ZipArchive& archive, const ZipEdit& edit) {
   const View header = archive.file.subspan(entry.local, entry.data - entry.local);
   Bytes bytes(header.begin(), header.end());
   const std::size_t descriptor = descriptorSize(archive, entry);
-  // Where a descriptor follows, the header may say zero, and then goes on to.
-  const bool headerTells = little32(bytes, 18) == entry.compressedSize && little32(bytes, 22) == entry.size &&
-                           little32(bytes, 14) == entry.checksum;
-  const bool headerIsZero = little32(bytes, 18) == 0 && little32(bytes, 22) == 0 && little32(bytes, 14) == 0;
-  if (!headerTells && (descriptor == 0 || !headerIsZero)) {
-    throw Failure(kRefused, "the archive is malformed: \"" + entry.name +
-                                "\" has another size or check sum in the directory than at its place");
-  }
-  if (headerTells) {
-    putSizes(bytes, 14, edit);
-  }
-  append(bytes, edit.stream);
+  putLocalSizes(bytes, edit, descriptor != 0);
+  append(bytes, View(edit.stream));
   if (descriptor != 0) {
-    const View old = archive.file.subspan(entry.dataEnd(), descriptor);
-    bytes.insert(bytes.end(), old.begin(), old.end());
+    append(bytes, archive.file.subspan(entry.dataEnd(), descriptor));
     putSizes(bytes, bytes.size() - 12, edit);
   }
   return bytes;
