@@ -15,6 +15,7 @@ UIActivityViewController *shown;
   if ((self = [super initWithNibName:nil bundle:nil])) {
     _activityItems = [activityItems copy];
     _applicationActivities = [applicationActivities copy];
+    [self setModalPresentationStyle:UIModalPresentationPopover];
   }
   return self;
 }

@@ -2,6 +2,7 @@
 
 #import "FirstResponder.h"
 #import "Lifecycle.h"
+#import "Rotation.h"
 #import "UIViewInternal.h"
 
 #import <QVDevice/QVDevice.h>
@@ -55,6 +56,7 @@ void terminateWithSuccess(UIApplication *self, SEL) { [self qvdevice_terminate];
   if ((self = [super init])) {
     shared = self;
     _applicationState = UIApplicationStateInactive;
+    _statusBarOrientation = UIInterfaceOrientationPortrait;
   }
   return self;
 }
@@ -85,17 +87,14 @@ void terminateWithSuccess(UIApplication *self, SEL) { [self qvdevice_terminate];
 
 @synthesize applicationState = _applicationState;
 @synthesize idleTimerDisabled = _idleTimerDisabled;
+@synthesize statusBarOrientation = _statusBarOrientation;
 
 - (UIWindow *)keyWindow {
   return [UIWindow qvdevice_keyWindow];
 }
 
 - (NSArray *)windows {
-  return [UIWindow qvdevice_visibleWindows];
-}
-
-- (UIInterfaceOrientation)statusBarOrientation {
-  return UIInterfaceOrientationPortrait;
+  return [UIWindow qvdevice_windows];
 }
 
 - (BOOL)isProtectedDataAvailable {
@@ -160,6 +159,14 @@ void terminateWithSuccess(UIApplication *self, SEL) { [self qvdevice_terminate];
 
 - (void)qvdevice_setState:(UIApplicationState)state {
   _applicationState = state;
+}
+
+@end
+
+@implementation UIApplication (QVDeviceOrientation)
+
+- (void)qvdevice_setStatusBarOrientation:(UIInterfaceOrientation)orientation {
+  _statusBarOrientation = orientation;
 }
 
 @end

@@ -1,6 +1,13 @@
-#import <UIKit/UIDevice.h>
+#import "Rotation.h"
 
 #import <QVDevice/QVDevice.h>
+
+NSNotificationName const UIDeviceOrientationDidChangeNotification = @"UIDeviceOrientationDidChangeNotification";
+
+namespace {
+// There is one device.
+UIDeviceOrientation held = UIDeviceOrientationPortrait;
+} // namespace
 
 @implementation UIDevice
 
@@ -33,6 +40,21 @@
 - (UIUserInterfaceIdiom)userInterfaceIdiom {
   return [[QVDeviceSettings() objectForKey:@"idiom"] isEqualToString:@"pad"] ? UIUserInterfaceIdiomPad
                                                                              : UIUserInterfaceIdiomPhone;
+}
+
+- (UIDeviceOrientation)orientation {
+  return held;
+}
+
+@end
+
+@implementation UIDevice (QVDeviceRotation)
+
+- (void)qvdevice_setOrientation:(UIDeviceOrientation)orientation {
+  if (orientation == held) return;
+  held = orientation;
+  [[NSNotificationCenter defaultCenter] postNotificationName:UIDeviceOrientationDidChangeNotification object:self];
+  [[UIApplication sharedApplication] qvdevice_followDeviceOrientation];
 }
 
 @end

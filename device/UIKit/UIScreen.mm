@@ -1,6 +1,22 @@
-#import <UIKit/UIScreen.h>
+#import <UIKit/UIKit.h>
 
-#import <UIKit/UIDevice.h>
+#include "container/Settings.h"
+
+namespace {
+
+// From release 8 on the screen turns with what is on it.
+bool isTurned() {
+  const UIInterfaceOrientation orientation = [[UIApplication sharedApplication] statusBarOrientation];
+  return qvdevice::isSystemVersionAtLeast("8") &&
+         (orientation == UIInterfaceOrientationLandscapeLeft || orientation == UIInterfaceOrientationLandscapeRight);
+}
+
+CGSize upright() {
+  const bool pad = [[UIDevice currentDevice] userInterfaceIdiom] == UIUserInterfaceIdiomPad;
+  return pad ? CGSizeMake(820, 1180) : CGSizeMake(390, 844);
+}
+
+} // namespace
 
 @implementation UIScreen
 
@@ -14,8 +30,8 @@
 }
 
 - (CGRect)bounds {
-  const bool pad = [[UIDevice currentDevice] userInterfaceIdiom] == UIUserInterfaceIdiomPad;
-  return pad ? CGRectMake(0, 0, 820, 1180) : CGRectMake(0, 0, 390, 844);
+  const CGSize size = upright();
+  return isTurned() ? CGRectMake(0, 0, size.height, size.width) : CGRectMake(0, 0, size.width, size.height);
 }
 
 - (CGFloat)scale {
@@ -23,7 +39,7 @@
 }
 
 - (CGRect)nativeBounds {
-  const CGSize points = [self bounds].size;
+  const CGSize points = upright();
   return CGRectMake(0, 0, points.width * [self scale], points.height * [self scale]);
 }
 

@@ -51,8 +51,19 @@
 }
 
 - (void)setFrame:(CGRect)frame {
-  if (!CGSizeEqualToSize(frame.size, _frame.size)) [self setNeedsLayout];
+  const CGSize before = _frame.size;
   _frame = frame;
+  if (CGSizeEqualToSize(frame.size, before)) return;
+  [self setNeedsLayout];
+  if (!_keepsSubviewsSizes) [self qvdevice_resizeSubviewsFrom:before];
+}
+
+- (BOOL)autoresizesSubviews {
+  return !_keepsSubviewsSizes;
+}
+
+- (void)setAutoresizesSubviews:(BOOL)autoresizes {
+  _keepsSubviewsSizes = !autoresizes;
 }
 
 - (CGRect)bounds {

@@ -1,4 +1,7 @@
+#import "Presentation.h"
 #import "UIViewInternal.h"
+
+#include "container/Settings.h"
 
 @implementation UIViewController
 
@@ -9,20 +12,34 @@
 - (instancetype)initWithNibName:(NSString *)nibName bundle:(NSBundle *)bundle {
   (void)nibName;
   (void)bundle;
-  return [super init];
+  if ((self = [super init]) && qvdevice::isSystemVersionAtLeast("13"))
+    _modalPresentationStyle = UIModalPresentationAutomatic;
+  return self;
 }
 
 - (void)dealloc {
   [_view qvdevice_setController:nil];
   [_view release];
   [_title release];
+  if (_presentedViewController) _presentedViewController->_presentingViewController = nil;
   [_presentedViewController release];
+  [_popoverPresentationController qvdevice_setPresentedViewController:nil];
+  [_popoverPresentationController release];
   [super dealloc];
 }
 
 @synthesize title = _title;
 @synthesize presentedViewController = _presentedViewController;
 @synthesize presentingViewController = _presentingViewController;
+@synthesize modalPresentationStyle = _modalPresentationStyle;
+
+- (UIPopoverPresentationController *)popoverPresentationController {
+  if (!_popoverPresentationController && [self modalPresentationStyle] == UIModalPresentationPopover) {
+    _popoverPresentationController = [[UIPopoverPresentationController alloc] init];
+    [_popoverPresentationController qvdevice_setPresentedViewController:self];
+  }
+  return _popoverPresentationController;
+}
 
 - (UIResponder *)nextResponder {
   UIView *const above = [_view superview];
@@ -35,6 +52,7 @@
 
 - (void)loadView {
   UIView *const view = [[UIView alloc] initWithFrame:[[UIScreen mainScreen] bounds]];
+  [view setAutoresizingMask:UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight];
   [self setView:view];
   [view release];
 }
@@ -96,13 +114,22 @@
     NSLog(@"Attempt to present %@ on %@ which is already presenting %@", controller, self, _presentedViewController);
     return;
   }
-  _presentedViewController = [controller retain];
+  [[self retain] autorelease];
+  _presentedViewController = [[controller retain] retain];
+  [controller autorelease];
   controller->_presentingViewController = self;
   UIWindow *const window = [[self view] window];
+  UIViewController *const below = [self qvdevice_outermost];
+  const BOOL covers = window && [controller qvdevice_coversWhatIsBelow];
   [[controller view] setFrame:window ? [window bounds] : [[self view] frame]];
-  [controller viewWillAppear:animated];
+  if (covers) [below qvdevice_beginToDisappear:animated];
+  [controller qvdevice_beginToAppear:animated];
+  // It may have been taken away again by what it was told.
+  if (_presentedViewController != controller) return;
   [window addSubview:[controller view]];
-  [controller viewDidAppear:animated];
+  if (covers) [[below view] removeFromSuperview];
+  [controller qvdevice_endToAppear:animated];
+  if (covers && _presentedViewController == controller) [below qvdevice_endToDisappear:animated];
   if (completion) completion();
 }
 
@@ -112,29 +139,48 @@
     [_presentingViewController dismissViewControllerAnimated:animated completion:completion];
     return;
   }
-  UIViewController *const presented = [_presentedViewController autorelease];
-  _presentedViewController = nil;
-  if (presented) {
-    [presented viewWillDisappear:animated];
-    [[presented view] removeFromSuperview];
-    presented->_presentingViewController = nil;
-    [presented viewDidDisappear:animated];
-  }
+  if (_presentedViewController) [self qvdevice_takeAwayPresented:animated];
   if (completion) completion();
 }
 
-- (BOOL)shouldAutorotate {
-  return YES;
+- (void)qvdevice_takeAwayPresented:(BOOL)animated {
+  [[self retain] autorelease];
+  // The uppermost first.
+  NSMutableArray *const going = [NSMutableArray array];
+  for (UIViewController *each = _presentedViewController; each; each = each->_presentedViewController)
+    [going insertObject:each atIndex:0];
+  UIWindow *const window = [[[going objectAtIndex:0] view] window];
+  UIViewController *const below = [self qvdevice_outermost];
+  const BOOL comesBack = window && ![[below view] window];
+  for (UIViewController *each in going)
+    [each qvdevice_beginToDisappear:animated];
+  if (comesBack) {
+    [[below view] setFrame:[window bounds]];
+    [below qvdevice_beginToAppear:animated];
+    [window addSubview:[below view]];
+  }
+  for (UIViewController *each in going) {
+    [[each view] removeFromSuperview];
+    UIViewController *const by = each->_presentingViewController;
+    each->_presentingViewController = nil;
+    by->_presentedViewController = nil;
+    [each autorelease]; // as it was retained when it was presented
+  }
+  if (comesBack) [below qvdevice_endToAppear:animated];
+  for (UIViewController *each in going)
+    [each qvdevice_endToDisappear:animated];
+}
+
+// The one that fills the place that this one is a part of.
+- (UIViewController *)qvdevice_outermost {
+  UIViewController *each = self;
+  while (each->_navigationController)
+    each = each->_navigationController;
+  return each;
 }
 
 - (BOOL)prefersStatusBarHidden {
   return NO;
-}
-
-- (UIInterfaceOrientationMask)supportedInterfaceOrientations {
-  return [[UIDevice currentDevice] userInterfaceIdiom] == UIUserInterfaceIdiomPad
-             ? UIInterfaceOrientationMaskAll
-             : UIInterfaceOrientationMaskAllButUpsideDown;
 }
 
 @end
@@ -143,6 +189,61 @@
 
 - (UINavigationController *)navigationController {
   return _navigationController;
+}
+
+@end
+
+@implementation UIViewController (QVDevicePresentation)
+
+- (BOOL)qvdevice_coversWhatIsBelow {
+  switch ([self modalPresentationStyle]) {
+  case UIModalPresentationFullScreen:
+  case UIModalPresentationCurrentContext:
+    return YES;
+  default:
+    return NO;
+  }
+}
+
+- (NSArray *)qvdevice_shownFromHere {
+  NSMutableArray *const shown = [NSMutableArray arrayWithObject:self];
+  for (UIViewController *each = self; each; each = [[each qvdevice_top] presentedViewController]) {
+    if (each == self) continue;
+    if ([each qvdevice_coversWhatIsBelow]) [shown removeAllObjects];
+    [shown addObject:each];
+  }
+  return shown;
+}
+
+// The one of a container's that presents for it.
+- (UIViewController *)qvdevice_top {
+  if (_presentedViewController || ![self isKindOfClass:[UINavigationController class]]) return self;
+  UIViewController *const top = [static_cast<UINavigationController *>(self) topViewController];
+  return top ? top : self;
+}
+
+- (void)qvdevice_beginToAppear:(BOOL)animated {
+  if ((_onScreen || _appearing) && [_view window]) return;
+  _appearing = YES;
+  [self viewWillAppear:animated];
+}
+
+- (void)qvdevice_endToAppear:(BOOL)animated {
+  if (!_appearing) return;
+  _appearing = NO;
+  _onScreen = YES;
+  [self viewDidAppear:animated];
+}
+
+- (void)qvdevice_beginToDisappear:(BOOL)animated {
+  if (!_onScreen && !_appearing) return;
+  [self viewWillDisappear:animated];
+}
+
+- (void)qvdevice_endToDisappear:(BOOL)animated {
+  if (!_onScreen && !_appearing) return;
+  _onScreen = _appearing = NO;
+  [self viewDidDisappear:animated];
 }
 
 @end

@@ -1,3 +1,4 @@
+#import "Presentation.h"
 #import "UIViewInternal.h"
 
 #include <algorithm>
@@ -15,12 +16,52 @@ NSNotificationName const UIWindowDidResignKeyNotification = @"UIWindowDidResignK
 
 namespace {
 
-// Shown windows are not kept alive by being shown: the app owns them.
-std::vector<UIWindow *> visible;
+// None of these keeps a window alive: the app owns them.
+std::vector<UIWindow *> all;         // the one that came to the front of its level last is the last
+std::vector<UIWindow *> haveBeenKey; // the latest is the last
 UIWindow *key;
+
+void take(UIWindow *window, std::vector<UIWindow *> &from) {
+  from.erase(std::remove(from.begin(), from.end(), window), from.end());
+}
+
+void bringToFront(UIWindow *window) {
+  take(window, all);
+  all.push_back(window);
+}
 
 void post(NSString *name, UIWindow *window) {
   [[NSNotificationCenter defaultCenter] postNotificationName:name object:window];
+}
+
+void resignKey() {
+  if (!key) return;
+  UIWindow *const window = [[key retain] autorelease];
+  key = nil;
+  [window resignKeyWindow];
+  post(UIWindowDidResignKeyNotification, window);
+}
+
+void becomeKey(UIWindow *window) {
+  if (key == window) return;
+  // Whoever is told that a window is key no longer may make one key, which is then told too. It is not asked again:
+  // it may do so each time.
+  resignKey();
+  if (key == window) return;
+  resignKey();
+  key = window;
+  take(window, haveBeenKey);
+  haveBeenKey.push_back(window);
+  [window becomeKeyWindow];
+  post(UIWindowDidBecomeKeyNotification, window);
+}
+
+// After the key window has gone: the one on the screen that was key last takes its place.
+void findAnotherKey() {
+  if (key) return;
+  const auto found =
+      std::find_if(haveBeenKey.rbegin(), haveBeenKey.rend(), [](UIWindow *each) { return ![each isHidden]; });
+  if (found != haveBeenKey.rend()) becomeKey(*found);
 }
 
 } // namespace
@@ -28,7 +69,10 @@ void post(NSString *name, UIWindow *window) {
 @implementation UIWindow
 
 - (instancetype)initWithFrame:(CGRect)frame {
-  if ((self = [super initWithFrame:frame])) [super setHidden:YES];
+  if ((self = [super initWithFrame:frame])) {
+    [super setHidden:YES];
+    all.push_back(self);
+  }
   return self;
 }
 
@@ -37,8 +81,12 @@ void post(NSString *name, UIWindow *window) {
 }
 
 - (void)dealloc {
-  visible.erase(std::remove(visible.begin(), visible.end(), self), visible.end());
-  if (key == self) key = nil;
+  take(self, all);
+  take(self, haveBeenKey);
+  if (key == self) {
+    key = nil;
+    findAnotherKey();
+  }
   [_rootViewController release];
   [super dealloc];
 }
@@ -46,42 +94,72 @@ void post(NSString *name, UIWindow *window) {
 @synthesize rootViewController = _rootViewController;
 @synthesize windowLevel = _windowLevel;
 
-- (void)qvdevice_showRoot {
-  UIView *const view = [_rootViewController view];
-  [view setFrame:[self bounds]];
-  [_rootViewController viewWillAppear:NO];
-  [self addSubview:view];
-  [self layoutIfNeeded];
-  [_rootViewController viewDidAppear:NO];
+- (void)setWindowLevel:(UIWindowLevel)level {
+  if (level == _windowLevel) return;
+  _windowLevel = level;
+  bringToFront(self);
 }
 
-- (void)qvdevice_hideRoot {
-  [_rootViewController viewWillDisappear:NO];
-  [[_rootViewController view] removeFromSuperview];
-  [_rootViewController viewDidDisappear:NO];
+- (void)qvdevice_beginToShowControllers {
+  NSArray *const controllers = [_rootViewController qvdevice_shownFromHere];
+  for (UIViewController *each in controllers) {
+    [[each view] setFrame:[self bounds]];
+    [each qvdevice_beginToAppear:NO];
+    [self addSubview:[each view]];
+  }
+  [self layoutIfNeeded];
+}
+
+// Not before the window itself is there for everybody: a controller that has appeared may do anything with it.
+- (void)qvdevice_endToShowControllers {
+  for (UIViewController *each in [_rootViewController qvdevice_shownFromHere])
+    if (![self isHidden] && [[each view] window] == self) [each qvdevice_endToAppear:NO];
+}
+
+- (void)qvdevice_hideControllers {
+  NSArray *const controllers = [_rootViewController qvdevice_shownFromHere];
+  for (UIViewController *each in [controllers reverseObjectEnumerator])
+    [each qvdevice_beginToDisappear:NO];
+  for (UIViewController *each in [controllers reverseObjectEnumerator])
+    [[each view] removeFromSuperview];
+  for (UIViewController *each in [controllers reverseObjectEnumerator])
+    [each qvdevice_endToDisappear:NO];
 }
 
 - (void)setRootViewController:(UIViewController *)controller {
   if (controller == _rootViewController) return;
-  if (_rootViewController && ![self isHidden]) [self qvdevice_hideRoot];
+  if (_rootViewController && ![self isHidden]) [self qvdevice_hideControllers];
   [controller retain];
-  [_rootViewController release];
+  [_rootViewController autorelease];
   _rootViewController = controller;
-  if (controller && ![self isHidden]) [self qvdevice_showRoot];
+  if (!controller || [self isHidden]) return;
+  [self qvdevice_beginToShowControllers];
+  [self qvdevice_endToShowControllers];
+}
+
+- (void)qvdevice_show {
+  [super setHidden:NO];
+  bringToFront(self);
+  if (_rootViewController) [self qvdevice_beginToShowControllers];
+  post(UIWindowDidBecomeVisibleNotification, self);
+}
+
+- (void)qvdevice_hide {
+  [super setHidden:YES];
+  if (_rootViewController) [self qvdevice_hideControllers];
+  if (key == self) resignKey();
+  post(UIWindowDidBecomeHiddenNotification, self);
+  findAnotherKey();
 }
 
 - (void)setHidden:(BOOL)hidden {
   if (hidden == [self isHidden]) return;
-  [super setHidden:hidden];
+  [[self retain] autorelease];
   if (hidden) {
-    visible.erase(std::remove(visible.begin(), visible.end(), self), visible.end());
-    if (_rootViewController) [self qvdevice_hideRoot];
-    if (key == self) [self resignKeyWindow];
-    post(UIWindowDidBecomeHiddenNotification, self);
+    [self qvdevice_hide];
   } else {
-    visible.push_back(self);
-    if (_rootViewController) [self qvdevice_showRoot];
-    post(UIWindowDidBecomeVisibleNotification, self);
+    [self qvdevice_show];
+    [self qvdevice_endToShowControllers];
   }
 }
 
@@ -98,25 +176,24 @@ void post(NSString *name, UIWindow *window) {
 }
 
 - (void)makeKeyWindow {
-  if (key == self) return;
-  [key resignKeyWindow];
-  key = self;
-  [self becomeKeyWindow];
-  post(UIWindowDidBecomeKeyNotification, self);
+  [[self retain] autorelease];
+  becomeKey(self);
 }
 
 - (void)makeKeyAndVisible {
-  [self setHidden:NO];
-  [self makeKeyWindow];
+  [[self retain] autorelease];
+  if ([self isHidden])
+    [self qvdevice_show];
+  else
+    bringToFront(self);
+  becomeKey(self);
+  [self qvdevice_endToShowControllers];
 }
 
 - (void)becomeKeyWindow {
 }
 
 - (void)resignKeyWindow {
-  if (key != self) return;
-  key = nil;
-  post(UIWindowDidResignKeyNotification, self);
 }
 
 - (void)qvdevice_tell:(UIView *)view ofTouches:(NSSet *)touches inPhase:(UITouchPhase)phase event:(UIEvent *)event {
@@ -147,14 +224,21 @@ void post(NSString *name, UIWindow *window) {
 
 @implementation UIWindow (QVDeviceInternal)
 
-+ (NSArray *)qvdevice_visibleWindows {
++ (NSArray *)qvdevice_windows {
   std::multimap<UIWindowLevel, UIWindow *> byLevel;
-  for (UIWindow *window : visible)
+  for (UIWindow *window : all)
     byLevel.emplace([window windowLevel], window);
   NSMutableArray *const windows = [NSMutableArray arrayWithCapacity:byLevel.size()];
   for (const auto &[level, window] : byLevel)
     [windows addObject:window];
   return windows;
+}
+
++ (NSArray *)qvdevice_visibleWindows {
+  NSMutableArray *const shown = [NSMutableArray array];
+  for (UIWindow *window in [self qvdevice_windows])
+    if (![window isHidden]) [shown addObject:window];
+  return shown;
 }
 
 + (UIWindow *)qvdevice_keyWindow {
@@ -168,6 +252,14 @@ void post(NSString *name, UIWindow *window) {
   if ([controller isKindOfClass:[UINavigationController class]])
     if (UIViewController *const top = [(UINavigationController *)controller topViewController]) controller = top;
   return controller ? (UIResponder *)controller : (UIResponder *)self;
+}
+
+- (UIViewController *)qvdevice_controllerThatFillsIt {
+  return [[_rootViewController qvdevice_shownFromHere] firstObject];
+}
+
+- (BOOL)qvdevice_decidesOnRotation {
+  return _rootViewController != nil;
 }
 
 @end

@@ -78,6 +78,7 @@ UIKIT_EXTERN UIBackgroundTaskIdentifier const UIBackgroundTaskInvalid;
 @private
   id<UIApplicationDelegate> _delegate;
   UIApplicationState _applicationState;
+  UIInterfaceOrientation _statusBarOrientation;
   BOOL _ownsDelegate;
   BOOL _idleTimerDisabled;
 }
@@ -87,7 +88,9 @@ UIKIT_EXTERN UIBackgroundTaskIdentifier const UIBackgroundTaskInvalid;
 @property (nonatomic, assign) id<UIApplicationDelegate> delegate;
 @property (nonatomic, readonly) UIApplicationState applicationState;
 @property (nonatomic, readonly) UIWindow *keyWindow;
+/// All windows of the app, hidden ones too, from the lowest level to the highest, the frontmost of each level last.
 @property (nonatomic, readonly) NSArray *windows;
+/// The way up in which the app is shown.
 @property (nonatomic, readonly) UIInterfaceOrientation statusBarOrientation;
 @property (nonatomic, getter=isIdleTimerDisabled) BOOL idleTimerDisabled;
 @property (nonatomic, readonly, getter=isProtectedDataAvailable) BOOL protectedDataAvailable;
@@ -114,6 +117,8 @@ UIKIT_EXTERN NSNotificationName const UIApplicationDidEnterBackgroundNotificatio
 UIKIT_EXTERN NSNotificationName const UIApplicationWillEnterForegroundNotification;
 UIKIT_EXTERN NSNotificationName const UIApplicationWillTerminateNotification;
 UIKIT_EXTERN NSNotificationName const UIApplicationDidReceiveMemoryWarningNotification;
+UIKIT_EXTERN NSNotificationName const UIApplicationWillChangeStatusBarOrientationNotification;
+UIKIT_EXTERN NSNotificationName const UIApplicationDidChangeStatusBarOrientationNotification;
 
 UIKIT_EXTERN UIApplicationLaunchOptionsKey const UIApplicationLaunchOptionsURLKey;
 UIKIT_EXTERN UIApplicationLaunchOptionsKey const UIApplicationLaunchOptionsSourceApplicationKey;

@@ -9,6 +9,16 @@ typedef NS_ENUM(NSInteger, UIUserInterfaceIdiom) {
   UIUserInterfaceIdiomPad,
 };
 
+typedef NS_ENUM(NSInteger, UIDeviceOrientation) {
+  UIDeviceOrientationUnknown,
+  UIDeviceOrientationPortrait,
+  UIDeviceOrientationPortraitUpsideDown,
+  UIDeviceOrientationLandscapeLeft,  // the home button on the right
+  UIDeviceOrientationLandscapeRight, // the home button on the left
+  UIDeviceOrientationFaceUp,
+  UIDeviceOrientationFaceDown,
+};
+
 @interface UIDevice : NSObject
 
 + (UIDevice *)currentDevice;
@@ -19,7 +29,12 @@ typedef NS_ENUM(NSInteger, UIUserInterfaceIdiom) {
 @property (nonatomic, readonly) NSString *systemName;
 @property (nonatomic, readonly) NSString *systemVersion;
 @property (nonatomic, readonly) UIUserInterfaceIdiom userInterfaceIdiom;
+/// How the user holds the device.
+@property (nonatomic, readonly) UIDeviceOrientation orientation;
 
 @end
+
+/// Posted on the main thread when the user has turned the device, before the app is asked whether it follows.
+UIKIT_EXTERN NSNotificationName const UIDeviceOrientationDidChangeNotification;
 
 #define UI_USER_INTERFACE_IDIOM() ([[UIDevice currentDevice] userInterfaceIdiom])

@@ -17,6 +17,7 @@
 #import <UIKit/UIMenuController.h>
 #import <UIKit/UINavigationController.h>
 #import <UIKit/UIPasteboard.h>
+#import <UIKit/UIPopoverPresentationController.h>
 #import <UIKit/UIPrintInteractionController.h>
 #import <UIKit/UIResponder.h>
 #import <UIKit/UIScreen.h>
@@ -25,4 +26,5 @@
 #import <UIKit/UITouch.h>
 #import <UIKit/UIView.h>
 #import <UIKit/UIViewController.h>
+#import <UIKit/UIVisualEffectView.h>
 #import <UIKit/UIWindow.h>

@@ -30,6 +30,7 @@ typedef NS_OPTIONS(NSUInteger, UIViewAutoresizing) {
   BOOL _opaque;
   BOOL _userInteractionEnabled;
   BOOL _needsLayout;
+  BOOL _keepsSubviewsSizes;
 }
 
 - (instancetype)initWithFrame:(CGRect)frame;
@@ -39,7 +40,10 @@ typedef NS_OPTIONS(NSUInteger, UIViewAutoresizing) {
 @property (nonatomic) CGPoint center;
 @property (nonatomic) CGFloat alpha;
 @property (nonatomic) NSInteger tag;
+/// What of the view's place gives when its superview's size changes; the change is shared out in proportion.
 @property (nonatomic) UIViewAutoresizing autoresizingMask;
+/// YES unless set: subviews follow a change of this view's size as their masks say.
+@property (nonatomic) BOOL autoresizesSubviews;
 @property (nonatomic, getter=isHidden) BOOL hidden;
 @property (nonatomic, getter=isOpaque) BOOL opaque;
 @property (nonatomic, getter=isUserInteractionEnabled) BOOL userInteractionEnabled;

@@ -146,7 +146,7 @@ TEST_F(View, WindowsTellOfBeingShownHiddenAndKey) {
   EXPECT_EQ(written, (Notes{"UIWindowDidBecomeVisibleNotification", "UIWindowDidBecomeKeyNotification",
                             "UIWindowDidBecomeVisibleNotification", "UIWindowDidResignKeyNotification",
                             "UIWindowDidBecomeKeyNotification", "UIWindowDidResignKeyNotification",
-                            "UIWindowDidBecomeHiddenNotification"}));
+                            "UIWindowDidBecomeHiddenNotification", "UIWindowDidBecomeKeyNotification"}));
 }
 
 TEST_F(View, TheApplicationListsShownWindowsByLevelAndForgetsThoseThatAreGone) {
