@@ -10,7 +10,7 @@ help:
 	@echo "make asan    the tests under AddressSanitizer and UBSan"
 	@echo "make tsan    the tests under ThreadSanitizer"
 	@echo "make bench   measure what the sandbox costs"
-	@echo "make ios     QVSandbox.framework for iPhones and iPads, built and checked: build/ios/QVSandbox.framework"
+	@echo "make ios     the framework for iPhones, iPads and their simulator, built and checked: build/ios/QVSandbox.xcframework"
 	@echo "make lint    format, static analysis, scripts, headers"
 	@echo "make clean   remove build/"
 
@@ -42,8 +42,11 @@ bench: setup
 
 ios: setup
 	@$(call build,ios)
+	@$(call build,ios-simulator-arm64)
+	@$(call build,ios-simulator-x86_64)
+	@scripts/xcframework.sh build/ios/QVSandbox.xcframework build/ios build/ios-simulator-arm64 build/ios-simulator-x86_64
 	@scripts/test.sh ios
-	@echo "build/ios/QVSandbox.framework"
+	@echo "build/ios/QVSandbox.xcframework"
 
 lint: setup
 	@$(call build,linux)

@@ -1,16 +1,26 @@
-# QVSandbox.framework for arm64 iPhones and iPads: on a Mac with Xcode's SDK, elsewhere with clang-19, lld-19 and the
-# folder ios/ beside this file in the SDK's place. docs/ios.md tells what that folder holds and why it is enough.
+# QVSandbox.framework for iPhones and iPads, or for one architecture of their simulator: on a Mac with Xcode's SDK,
+# elsewhere with clang-19, lld-19 and the folder ios/ beside this file in the SDK's place. docs/ios.md tells what that
+# folder holds and why it is enough. QV_IOS_PLATFORM is iPhoneOS or iPhoneSimulator, QV_IOS_ARCH arm64 or x86_64.
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QV_IOS_PLATFORM QV_IOS_ARCH)
 set(CMAKE_SYSTEM_NAME iOS)
-set(CMAKE_SYSTEM_PROCESSOR arm64)
+set(CMAKE_SYSTEM_PROCESSOR ${QV_IOS_ARCH})
 set(QV_IOS_DEPLOYMENT_TARGET 12.0)
+if(QV_IOS_PLATFORM STREQUAL "iPhoneSimulator")
+  set(ios_variant "-simulator")
+  # There was no simulator for arm64 before this release, and the tools raise anything lower to it.
+  if(QV_IOS_ARCH STREQUAL "arm64")
+    set(QV_IOS_DEPLOYMENT_TARGET 14.0)
+  endif()
+endif()
 
 # The management SDK's maker ships no stub for the linker; ours serves both kinds of host.
 set(QV_IOS_FRAMEWORKS "${CMAKE_CURRENT_LIST_DIR}/ios/Frameworks")
 
 if(CMAKE_HOST_APPLE)
-  set(CMAKE_OSX_ARCHITECTURES arm64 CACHE STRING "" FORCE)
+  string(TOLOWER "${QV_IOS_PLATFORM}" sdk)
+  set(CMAKE_OSX_ARCHITECTURES ${QV_IOS_ARCH} CACHE STRING "" FORCE)
   set(CMAKE_OSX_DEPLOYMENT_TARGET ${QV_IOS_DEPLOYMENT_TARGET} CACHE STRING "" FORCE)
-  set(CMAKE_OSX_SYSROOT iphoneos CACHE STRING "" FORCE)
+  set(CMAKE_OSX_SYSROOT ${sdk} CACHE STRING "" FORCE)
   return()
 endif()
 
@@ -23,7 +33,7 @@ foreach(lang CXX OBJCXX)
   set(CMAKE_${lang}_COMPILER ${QV_CLANGXX})
 endforeach()
 foreach(lang C CXX OBJC OBJCXX)
-  set(CMAKE_${lang}_COMPILER_TARGET arm64-apple-ios${QV_IOS_DEPLOYMENT_TARGET})
+  set(CMAKE_${lang}_COMPILER_TARGET ${QV_IOS_ARCH}-apple-ios${QV_IOS_DEPLOYMENT_TARGET}${ios_variant})
 endforeach()
 set(CMAKE_AR llvm-ar-19 CACHE STRING "")
 set(CMAKE_RANLIB llvm-ranlib-19 CACHE STRING "")
@@ -31,7 +41,7 @@ set(CMAKE_STRIP llvm-strip-19 CACHE STRING "")
 set(CMAKE_INSTALL_NAME_TOOL llvm-install-name-tool-19 CACHE STRING "")
 
 # CMake takes the kind of device from the folder's name, clang the release from its SDKSettings.json.
-set(CMAKE_OSX_SYSROOT "${CMAKE_CURRENT_LIST_DIR}/ios/iPhoneOS.sdk" CACHE PATH "")
+set(CMAKE_OSX_SYSROOT "${CMAKE_CURRENT_LIST_DIR}/ios/${QV_IOS_PLATFORM}.sdk" CACHE PATH "")
 
 # The order is the point: libc++, then what musl would get wrong, then the compiler's own <stddef.h> and friends, and
 # musl last, for nothing but declarations.

@@ -6,7 +6,7 @@ framework() {
   mkdir -p QVSandbox.framework
   printf 'QVSandboxInit\nswizzleMethod\n' >exports
   printf '_QVSandboxInit\n_swizzleMethod\n' >exports.macho
-  cp "$QV_SOURCE_DIR/QVSandbox/Info.plist" QVSandbox.framework/
+  cp "$QV_BUILT/QVSandbox.framework/Info.plist" QVSandbox.framework/
   link a.cpp -o QVSandbox.framework/QVSandbox -install_name @rpath/QVSandbox.framework/QVSandbox \
     -framework CoreData -framework Foundation -framework UIKit -lobjc \
     -Wl,-exported_symbols_list,exports.macho "${sdk[@]}" "$@"

@@ -30,7 +30,17 @@ struct BlockHeader {
 };
 
 inline constexpr int kBlockHasCopyDispose = 1 << 25;
+inline constexpr int kBlockUsesStret = 1 << 29;
 inline constexpr int kBlockHasSignature = 1 << 30;
+
+/// The flags of a block made here. Whoever turns it into a method asks how it returns its result.
+template <class R> consteval int blockFlags() {
+#if QVSB_APPLE_RUNTIME && defined(__x86_64__)
+  return kBlockHasCopyDispose | kBlockHasSignature | (returnsInMemory<R>() ? kBlockUsesStret : 0);
+#else
+  return kBlockHasCopyDispose | kBlockHasSignature;
+#endif
+}
 
 } // namespace detail
 
@@ -52,8 +62,8 @@ template <class Signature, class F> class StackBlock;
 template <class R, class... A, class F> class StackBlock<R(A...), F> {
 public:
   explicit StackBlock(F function)
-      : header_{static_cast<void*>(_NSConcreteStackBlock), detail::kBlockHasCopyDispose | detail::kBlockHasSignature, 0,
-                reinterpret_cast<IMP>(&invoke), &descriptor},
+      : header_{static_cast<void*>(_NSConcreteStackBlock), detail::blockFlags<R>(), 0, reinterpret_cast<IMP>(&invoke),
+                &descriptor},
         function_(std::move(function)) {}
   // The runtime copies blocks; C++ must not.
   StackBlock(const StackBlock&) = delete;

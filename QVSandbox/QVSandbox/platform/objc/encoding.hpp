@@ -130,6 +130,17 @@ template <class T> consteval std::size_t frameSize() {
   }
 }
 
+/// Whether Apple's x86_64 runtime, the simulator's, returns `R` through memory: a message that asks for it takes
+/// another entry point, and a block says so. arm64 has only one way.
+template <class R> consteval bool returnsInMemory() {
+  static_assert(!std::is_same_v<R, long double>, "such a result takes yet another entry point: objc_msgSend_fpret");
+  if constexpr (std::is_class_v<R> || std::is_union_v<R>) {
+    static_assert(std::is_trivially_copyable_v<R>, "C++ returns it otherwise than a method does");
+    return sizeof(R) > 2 * sizeof(void*);
+  }
+  return false;
+}
+
 /// `first` is what stands before the declared arguments: "@0:8" of a method, "@?0" of a block.
 template <class R, class... A> constexpr EncodingText signatureOf(const char* first, std::size_t firstSize) {
   EncodingText text;

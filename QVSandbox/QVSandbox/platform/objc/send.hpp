@@ -22,14 +22,6 @@ namespace qvsb {
 
 namespace detail {
 
-/// Whether Apple's x86_64 runtime returns `R` through memory, which takes another entry point. arm64 has only one.
-template <class R> consteval bool returnsInMemory() {
-  if constexpr (std::is_class_v<R>) {
-    return sizeof(R) > 2 * sizeof(void*);
-  }
-  return false;
-}
-
 // SAFETY of the casts below: the function is called through `Function`, which callers derive from the signature that
 // the selector has; debug builds check it against the method's encoding first.
 template <class R, class Function> inline Function dispatcher([[maybe_unused]] id receiver, [[maybe_unused]] SEL sel) {
