@@ -17,8 +17,8 @@ help:
 setup:
 	@scripts/setup.sh
 
-# $(call build,PRESET): configures and builds.
-build = scripts/build.sh $(1) $(JOBS)
+# $(call build,PRESET,TARGETS): configures and builds, all without TARGETS.
+build = scripts/build.sh $(1) $(JOBS) $(2)
 
 demo: setup
 	@$(call build,linux)
@@ -41,6 +41,7 @@ bench: setup
 	@cmake --build --preset linux --target bench
 
 ios: setup
+	@$(call build,linux,qvcheck)
 	@$(call build,ios)
 	@$(call build,ios-simulator-arm64)
 	@$(call build,ios-simulator-x86_64)

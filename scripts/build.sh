@@ -1,11 +1,18 @@
 #!/bin/bash
-# build.sh PRESET JOBS: configures and builds one preset. One line of progress on a terminal, else
-# none; when it fails, what the tools said is shown whole.
+# build.sh PRESET JOBS [TARGET...]: configures and builds one preset, or some targets of it. One line of progress on a
+# terminal, else none; when it fails, what the tools said is shown whole.
 set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
 
 preset=$1
 jobs=$2
+shift 2
+what="preset $preset"
+targets=()
+if (($# > 0)); then
+  what="$* of $what"
+  targets=(--target "$@")
+fi
 log=$(mktemp)
 trap 'rm -f "$log"' EXIT
 
@@ -18,9 +25,9 @@ quietly() {
 }
 
 quietly cmake --preset "$preset"
-echo "Building preset $preset"
+echo "Building $what"
 if [[ -t 1 ]]; then
-  cmake --build --preset "$preset" --parallel "$jobs" # ninja rewrites its one line
+  cmake --build --preset "$preset" --parallel "$jobs" "${targets[@]}" # ninja rewrites its one line
 else
-  quietly cmake --build --preset "$preset" --parallel "$jobs"
+  quietly cmake --build --preset "$preset" --parallel "$jobs" "${targets[@]}"
 fi
