@@ -5,8 +5,6 @@
 #include <atomic>
 #include <chrono>
 #include <cstdarg>
-#include <cstdio>
-#include <cstdlib>
 #include <ctime>
 #include <mutex>
 #include <string>
@@ -24,18 +22,32 @@ std::string utf8(NSString *text) {
   return std::string(static_cast<const char *>([data bytes]), [data length]);
 }
 
-std::string now() {
-  using namespace std::chrono;
-  const auto time = floor<milliseconds>(system_clock::now());
-  const std::time_t whole = system_clock::to_time_t(time);
-  std::tm parts{};
-  gmtime_r(&whole, &parts);
-  char text[40];
-  const std::size_t length = std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &parts);
-  std::snprintf(text + length, sizeof text - length, ".%03dZ",
-                static_cast<int>(time.time_since_epoch().count() % 1000));
-  return text;
-}
+/// Stamps lines with the time. A line more in the same second, of which a wipe has thousands, has the same date.
+class Clock {
+public:
+  void appendTo(std::string &line) {
+    using namespace std::chrono;
+    const auto time = floor<milliseconds>(system_clock::now());
+    const std::time_t second = system_clock::to_time_t(floor<seconds>(time));
+    if (second != second_) {
+      std::tm parts{};
+      gmtime_r(&second, &parts);
+      length_ = std::strftime(text_, sizeof text_, "%Y-%m-%dT%H:%M:%S.", &parts);
+      second_ = second;
+    }
+    const int milliseconds = static_cast<int>((time - floor<seconds>(time)).count());
+    line.append(text_, length_);
+    line += static_cast<char>('0' + milliseconds / 100);
+    line += static_cast<char>('0' + milliseconds / 10 % 10);
+    line += static_cast<char>('0' + milliseconds % 10);
+    line += 'Z';
+  }
+
+private:
+  std::time_t second_ = -1;
+  char text_[40] = {};
+  std::size_t length_ = 0;
+};
 
 zorbel::LogFile &logFile() {
   static zorbel::LogFile &file = *new zorbel::LogFile(
@@ -43,22 +55,21 @@ zorbel::LogFile &logFile() {
   return file;
 }
 
-/// Whoever follows the trace shows the lines; they would stand there twice.
-bool consoleIsFollowed() {
-  const char *descriptor = std::getenv("QVDEVICE_TRACE_FD");
-  return descriptor != nullptr && *descriptor != '\0';
-}
-
 void log(NSInteger level, NSString *text) {
   static std::mutex &lock = *new std::mutex;
+  static Clock clock;
   // The order is the same in the file, on the console and in the trace.
   const std::lock_guard locked(lock);
-  const std::string line = now() + " " + std::to_string(level) + " " + utf8(text) + "\n";
+  std::string line;
+  clock.appendTo(line);
+  line += " " + std::to_string(level) + " " + utf8(text) + "\n";
   if (!fileSuspended) logFile().append(line);
-  if (!consoleIsFollowed()) {
+  // Whoever follows the trace shows the lines; they would stand there twice.
+  if (QVDeviceIsTraced()) {
+    QVDeviceTrace(@{@"kind" : @"log", @"level" : [NSNumber numberWithInteger:level], @"text" : text});
+  } else {
     zorbel::writeToConsole(line);
   }
-  QVDeviceTrace(@{@"kind" : @"log", @"level" : [NSNumber numberWithInteger:level], @"text" : text});
 }
 
 } // namespace

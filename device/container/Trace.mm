@@ -65,6 +65,8 @@ void trace(nlohmann::ordered_json record) {
 
 } // namespace qvdevice
 
+BOOL QVDeviceIsTraced(void) { return descriptor >= 0; }
+
 void QVDeviceTrace(NSDictionary *event) {
   if (descriptor >= 0) trace(jsonFrom(event));
 }

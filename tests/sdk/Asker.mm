@@ -1,13 +1,19 @@
-// Says what the SDK answers under the policies of this process, one answer a line.
+// Says what the SDK answers under the policies of this process, one answer a line; given "log" and a text, logs that.
 #import <Foundation/Foundation.h>
 #import <Zorbel/Zorbel.h>
 
 #include <cstdio>
+#include <string_view>
 
 static void say(const char *name, NSString *answer) { std::printf("%s: %s\n", name, [answer UTF8String]); }
 
-int main() {
+int main(int count, char **arguments) {
   NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+  if (count == 3 && std::string_view(arguments[1]) == "log") {
+    [Zorbel wrapperLogAtLevel:5 format:@"%s", arguments[2]];
+    [pool release];
+    return 0;
+  }
   std::puts("main");
   Zorbel *const sdk = [Zorbel initPrivateWithDelegate:nil version:@"1" swizzledMethods:nil];
   std::printf("flags: %d%d%d\n", [sdk isReady], [sdk isReadyToTerminate], [sdk isCheckInRequested]);

@@ -15,10 +15,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "support/Child.h"
+
 namespace {
 
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::MatchesRegex;
+using testing::Not;
 
 std::string logPath() {
   return
@@ -72,10 +76,24 @@ TEST(Logger, writesTheSameLineToStandardOutputWhenNobodyFollowsTheTrace) {
   EXPECT_EQ(shown, fileLines()[0] + "\n");
 }
 
-TEST(Logger, writesNothingToStandardOutputWhenTheTraceIsFollowed) {
-  setenv("QVDEVICE_TRACE_FD", "9", 1);
-  EXPECT_EQ(shownBy([] { [Zorbel wrapperLogAtLevel:5 format:@"detail"]; }), "");
-  EXPECT_THAT(texts(), ElementsAre("5 detail"));
+TEST(Logger, writesALineToTheTraceAndNotToStandardOutputWhenTheTraceIsFollowed) {
+  const std::string container = freshFolder();
+  const ChildResult child =
+      runChild({SDK_ASKER, "log", "detail"}, {{"QVDEVICE_CONTAINER", container}, {"QVDEVICE_TRACE_FD", "1"}});
+  EXPECT_EQ(child.status, 0) << child.errors;
+  EXPECT_THAT(child.output, HasSubstr(R"("level":5,"text":"detail")"));
+  EXPECT_THAT(child.output, Not(HasSubstr(" 5 detail")));
+  std::ostringstream written;
+  written << std::ifstream(container + "/Library/Logs/Zorbel/zorbel.log").rdbuf();
+  EXPECT_THAT(written.str(), HasSubstr("Z 5 detail\n"));
+}
+
+TEST(Logger, stampsEachLineWithTheSecondInWhichItIsWritten) {
+  [Zorbel wrapperLogAtLevel:5 format:@"before"];
+  sleep(1);
+  [Zorbel wrapperLogAtLevel:5 format:@"after"];
+  ASSERT_EQ(fileLines().size(), 2u);
+  EXPECT_LT(fileLines()[0].substr(0, 19), fileLines()[1].substr(0, 19));
 }
 
 TEST(Logger, takesStringsOfBothKindsAndNumbers) {

@@ -14,6 +14,9 @@ extern "C" {
 /// process started.
 void QVDeviceTrace(NSDictionary *event);
 
+/// Whether somebody listens to the trace, which does not change while the process runs.
+BOOL QVDeviceIsTraced(void);
+
 /// This device's settings: systemVersion, idiom ("phone" or "pad"), defaultProtection (a protection class or "absent"),
 /// terminateWithSuccess and persistentDomainNames (booleans: whether the application and the user defaults answer to
 /// these), printingAvailable (a boolean: whether there is a printing service). All keys are always there.
