@@ -47,7 +47,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     addFolder = !app.holds("Frameworks");
     executable.assign(app.executable().begin(), app.executable().end());
     Bytes changed = executable;
-    changed.push_back(1);
+    if (!changed.empty()) changed[changed.size() / 4] ^= 1;
     app.put(changed, framework(), addFolder);
   } catch (const Failure&) {
     return 0;

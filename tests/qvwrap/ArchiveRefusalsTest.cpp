@@ -4,9 +4,7 @@
 
 #include "AppArchive.h"
 #include "Archives.h"
-#include "Deflate.h"
 #include "Failure.h"
-#include "UndoRecord.h"
 
 using namespace inputs;
 using testing::HasSubstr;
@@ -227,51 +225,4 @@ TEST(ArchiveRefusalTest, AnEntryThatSaysItIsHugeIsNotUnpacked) {
 TEST(ArchiveRefusalTest, AnEntryOf4GiB) {
   EXPECT_EQ(refusalOf(with({.name = "Payload/x", .content = {1}, .size = 0xffffffff})),
             "the archive holds an entry of 4 GiB or more (zip64), which qvwrap does not handle");
-}
-
-TEST(DeflateTest, AStreamIsWholeOrNothing) {
-  const Bytes content = executable("host");
-  const Bytes stream = qvwrap::deflated(content, {});
-  EXPECT_EQ(qvwrap::inflated(stream, content.size()), content);
-  EXPECT_EQ(qvwrap::inflated(stream, content.size() - 1), std::nullopt);
-  EXPECT_EQ(qvwrap::inflated(stream, content.size() + 1), std::nullopt);
-  EXPECT_EQ(qvwrap::inflated(View(stream).first(stream.size() - 1), content.size()), std::nullopt);
-  Bytes more = stream;
-  more.push_back(0);
-  EXPECT_EQ(qvwrap::inflated(more, content.size()), std::nullopt);
-  EXPECT_EQ(qvwrap::inflated(qvwrap::deflated({}, {}), 0), Bytes());
-}
-
-TEST(DeflateTest, TheRecipeOfAStreamIsFound) {
-  const Bytes content = executable("host");
-  for (const qvwrap::Recipe recipe : {qvwrap::Recipe{1, 8}, qvwrap::Recipe{6, 9}, qvwrap::Recipe{9, 8}}) {
-    const Bytes stream = qvwrap::deflated(content, recipe);
-    const std::optional<qvwrap::Recipe> found = qvwrap::recipeOf(content, stream);
-    ASSERT_TRUE(found);
-    // Several recipes may give the same stream.
-    EXPECT_EQ(qvwrap::deflated(content, *found), stream);
-  }
-  Bytes other = qvwrap::deflated(content, {});
-  other.push_back(0);
-  EXPECT_EQ(qvwrap::recipeOf(content, other), std::nullopt);
-}
-
-TEST(UndoRecordTest, ARecordIsReadAsItWasWritten) {
-  const qvwrap::UndoRecord kept{123456789012, 0xdeadbeef, {}, {1, 2, '\n', 4}};
-  const auto read = qvwrap::UndoRecord::from(kept.bytes());
-  ASSERT_TRUE(read);
-  EXPECT_EQ(read->size, 123456789012U);
-  EXPECT_EQ(read->checksum, 0xdeadbeefU);
-  EXPECT_EQ(read->recipe, std::nullopt);
-  EXPECT_EQ(read->stream, (Bytes{1, 2, '\n', 4}));
-  const auto recipe = qvwrap::UndoRecord::from(qvwrap::viewOf("qvwrap1 10 0000000a 9 8\n"));
-  ASSERT_TRUE(recipe);
-  EXPECT_EQ(recipe->recipe, (qvwrap::Recipe{9, 8}));
-}
-
-TEST(UndoRecordTest, AnythingElseIsNoRecord) {
-  for (const char* text : {"", "qvwrap1 10 0000000a 9 8", "qvwrap2 10 0000000a 9 8\n", "qvwrap1 10 a 9 8\n",
-                           "qvwrap1 10 0000000a 9 8\nx", "qvwrap1 10 0000000a 10 8\n", "qvwrap1 -1 0000000a 9 8\n"}) {
-    EXPECT_FALSE(qvwrap::UndoRecord::from(qvwrap::viewOf(text))) << text;
-  }
 }

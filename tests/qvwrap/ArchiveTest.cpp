@@ -1,5 +1,5 @@
 // An app in an archive, wrapped, looked at and unwrapped as a person does it.
-#include <fstream>
+#include <random>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -141,6 +141,24 @@ TEST_F(ArchiveTest, ACompressedStreamThatZlibWouldNotMakeComesBackByteForByte) {
   }
   write(ipa_, archiveOf(entries));
   expectSameAfterwards("stored blocks");
+}
+
+TEST_F(ArchiveTest, ALargeExecutableIsNotKeptTwice) {
+  Bytes large = executable("host");
+  std::mt19937 random(1);
+  for (int i = 0; i < 3000000; ++i) {
+    large.push_back(static_cast<std::uint8_t>('a' + random() % 20));
+  }
+  for (const char* options : {"-1", "-6", "-9"}) {
+    fs::remove(ipa_);
+    zip(options, large);
+    const Bytes before = contentOf(ipa_);
+    ASSERT_EQ(wrap().status, 0);
+    EXPECT_LT(contentOf(ipa_).size(), before.size() + 200000) << options;
+    ASSERT_EQ(runQvwrap({"--remove", ipa_}).status, 0);
+    EXPECT_TRUE(contentOf(ipa_) == before);
+    expectSameAfterwards(options);
+  }
 }
 
 TEST_F(ArchiveTest, UnusedBytesBetweenEntriesComeBack) {

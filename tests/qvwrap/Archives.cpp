@@ -18,21 +18,21 @@ void add32(Bytes& bytes, std::size_t value) {
 
 void add(Bytes& bytes, const std::string& text) { bytes.insert(bytes.end(), text.begin(), text.end()); }
 
-Bytes deflate(View content) {
+} // namespace
+
+Bytes zlibStream(View content, int level) {
   z_stream zlib = {};
-  deflateInit2(&zlib, 6, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
+  deflateInit2(&zlib, level, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
   Bytes stream(deflateBound(&zlib, content.size()));
   zlib.next_in = const_cast<Bytef*>(content.data());
   zlib.avail_in = static_cast<uInt>(content.size());
   zlib.next_out = stream.data();
   zlib.avail_out = static_cast<uInt>(stream.size());
-  ::deflate(&zlib, Z_FINISH);
+  deflate(&zlib, Z_FINISH);
   stream.resize(zlib.total_out);
   deflateEnd(&zlib);
   return stream;
 }
-
-} // namespace
 
 Bytes archiveOf(const std::vector<Packed>& entries, const std::string& comment) {
   Bytes file;
@@ -41,7 +41,9 @@ Bytes archiveOf(const std::vector<Packed>& entries, const std::string& comment) 
     const std::size_t method = entry.method >= 0                          ? static_cast<std::size_t>(entry.method)
                                : entry.deflated && !entry.content.empty() ? 8
                                                                           : 0;
-    const Bytes stream = !entry.stream.empty() ? entry.stream : method == 8 ? deflate(entry.content) : entry.content;
+    const Bytes stream = !entry.stream.empty() ? entry.stream
+                         : method == 8         ? zlibStream(entry.content, 6)
+                                               : entry.content;
     const std::size_t size = entry.size >= 0 ? static_cast<std::size_t>(entry.size) : entry.content.size();
     const std::size_t sum = entry.checksum >= 0 ? static_cast<std::size_t>(entry.checksum)
                                                 : crc32_z(0, entry.content.data(), entry.content.size());

@@ -16,15 +16,18 @@ struct Packed {
   std::uint32_t mode = 0100644;
   int flags = 0;
   int method = -1;
-  long size = -1;        // what directory and header claim
-  long checksum = -1;    // the same
+  long size = -1;             // what directory and header claim
+  long checksum = -1;         // the same
   Bytes stream = {};          // its data, if not zlib's of the content
   std::string localName = {}; // the name in its own header
-  long local = -1;       // where the directory says it is
+  long local = -1;            // where the directory says it is
 };
 
 /// An archive with these entries in this order.
 Bytes archiveOf(const std::vector<Packed>& entries, const std::string& comment = "");
+
+/// What zlib makes of a content, as a raw stream.
+Bytes zlibStream(View content, int level);
 
 /// An app in an archive, its Info.plist, executable and a resource.
 std::vector<Packed> packedApp(View executable);

@@ -131,6 +131,18 @@ TEST(FolderTest, AFrameworksFolderThatHasGotOtherContentSinceStays) {
   EXPECT_FALSE(fs::exists(app / "Frameworks/QVSandbox.framework"));
 }
 
+TEST(FolderTest, AnAppThatHasLostTheFrameworkIsUnwrappedAllTheSame) {
+  for (const char* lost : {"Frameworks/QVSandbox.framework", "Frameworks"}) {
+    const WorkFolder work;
+    const fs::path app = inputs::app(work.path(), executable("host"));
+    const auto before = snapshot(work.path());
+    ASSERT_EQ(wrap(app).status, 0);
+    fs::remove_all(app / lost);
+    EXPECT_EQ(runQvwrap({"--remove", app}).status, 0) << lost;
+    EXPECT_EQ(snapshot(work.path()), before) << lost;
+  }
+}
+
 TEST(FolderTest, PermissionsAndExtendedAttributesOfTheExecutableStay) {
   const WorkFolder work;
   const fs::path app = inputs::app(work.path(), executable("host"));

@@ -96,7 +96,7 @@ void AppArchive::put(View executable, const Framework& framework, bool addFolder
                                 "is not wrapped; remove that entry first");
   }
   const View old = archive_.file.subspan(entry_->data, entry_->compressedSize);
-  UndoRecord record{archive_.file.size(), checksum(archive_.file), {}, {}};
+  UndoRecord record{archive_.file.size(), checksum(archive_.file), {}};
   ZipEdit edit;
   edit.replaced = entry_;
   edit.checksum = checksum(executable);
@@ -104,11 +104,9 @@ void AppArchive::put(View executable, const Framework& framework, bool addFolder
   if (entry_->method == zip::kStored) {
     edit.stream.assign(executable.begin(), executable.end());
   } else {
-    record.recipe = recipeOf(executable_, old);
-    if (!record.recipe) {
-      record.stream.assign(old.begin(), old.end());
-    }
-    edit.stream = deflated(executable, record.recipe.value_or(Recipe()));
+    Redeflated made = redeflated(old, executable_, executable);
+    edit.stream = std::move(made.stream);
+    record.head = std::move(made.head);
   }
   const std::string place = folder_ + kFrameworkFolder + "/";
   if (addFolder) {
@@ -123,6 +121,20 @@ void AppArchive::put(View executable, const Framework& framework, bool addFolder
   }
   edit.added.push_back({kUndoRecord, record.bytes(), false, false});
   save_(ZipResult(archive_, edit));
+}
+
+/// The compressed form that an executable had before the app was wrapped, or another one if that is not known.
+Bytes AppArchive::streamBefore(const std::optional<UndoRecord>& record, View executable) const {
+  if (record) {
+    const View now = archive_.file.subspan(entry_->data, entry_->compressedSize);
+    if (std::optional<Bytes> stream = restored(now, record->head)) {
+      const std::optional<Bytes> content = inflated(*stream, executable.size());
+      if (content && std::ranges::equal(*content, executable)) {
+        return *std::move(stream);
+      }
+    }
+  }
+  return deflated(executable);
 }
 
 App::Taken AppArchive::take(View executable, bool removeFolder) {
@@ -152,11 +164,8 @@ App::Taken AppArchive::take(View executable, bool removeFolder) {
 
   if (entry_->method == zip::kStored) {
     edit.stream.assign(executable.begin(), executable.end());
-  } else if (record && !record->recipe &&
-             inflated(record->stream, executable.size()) == Bytes(executable.begin(), executable.end())) {
-    edit.stream = record->stream;
   } else {
-    edit.stream = deflated(executable, record && record->recipe ? *record->recipe : Recipe());
+    edit.stream = streamBefore(record, executable);
   }
   const ZipResult result(archive_, edit);
   const bool same = record && result.size() == record->size && result.checksum() == record->checksum;

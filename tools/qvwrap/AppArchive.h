@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "App.h"
+#include "UndoRecord.h"
 #include "Zip.h"
 
 namespace qvwrap {
@@ -26,6 +27,8 @@ public:
   Taken take(View executable, bool removeFolder) override;
 
 private:
+  Bytes streamBefore(const std::optional<UndoRecord>& record, View executable) const;
+
   ZipArchive archive_;
   std::string name_;
   Save save_;

@@ -118,13 +118,11 @@ App::Taken AppFolder::take(View executable, bool removeFolder) {
   // In this order: an executable never asks for a framework that is not there.
   replaceExecutable(executable);
   try {
-    {
+    if (holds(kFrameworkFolder)) {
       const TemporaryFolder bin(path_ / "Frameworks");
-      if (holds(kFrameworkFolder)) {
-        fs::rename(path_ / kFrameworkFolder, bin.path() / "QVSandbox.framework");
-      }
+      fs::rename(path_ / kFrameworkFolder, bin.path() / "QVSandbox.framework");
     }
-    if (removeFolder && fs::is_empty(path_ / "Frameworks")) {
+    if (removeFolder && holds("Frameworks") && fs::is_empty(path_ / "Frameworks")) {
       fs::remove(path_ / "Frameworks");
     }
   } catch (const fs::filesystem_error& error) {

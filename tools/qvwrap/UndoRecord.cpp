@@ -1,23 +1,25 @@
 #include "UndoRecord.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
 namespace qvwrap {
 
+static constexpr std::size_t kLongestLine = 96;
+
 Bytes UndoRecord::bytes() const {
-  char line[96];
-  const int length =
-      std::snprintf(line, sizeof line, "qvwrap1 %llu %08x %d %d\n", static_cast<unsigned long long>(size), checksum,
-                    recipe ? recipe->level : 0, recipe ? recipe->memory : 0);
+  char line[kLongestLine];
+  std::snprintf(line, sizeof line, "qvwrap1 %llu %08x %llu %llu\n", static_cast<unsigned long long>(size), checksum,
+                static_cast<unsigned long long>(head.bits), static_cast<unsigned long long>(head.tail));
   Bytes all;
-  append(all, std::string_view(line, static_cast<std::size_t>(length)));
-  append(all, View(stream));
+  append(all, std::string_view(line));
+  append(all, View(head.bytes));
   return all;
 }
 
 std::optional<UndoRecord> UndoRecord::from(View bytes) {
-  const std::string_view text = textOf(bytes).substr(0, 96);
+  const std::string_view text = textOf(bytes).substr(0, kLongestLine);
   const std::size_t end = text.find('\n');
   if (end == text.npos) {
     return {};
@@ -25,19 +27,16 @@ std::optional<UndoRecord> UndoRecord::from(View bytes) {
   const std::string line(text.substr(0, end));
   unsigned long long size = 0;
   unsigned checksum = 0;
-  Recipe recipe;
-  if (std::sscanf(line.c_str(), "qvwrap1 %llu %x %d %d", &size, &checksum, &recipe.level, &recipe.memory) != 4) {
+  unsigned long long bits = 0;
+  unsigned long long tail = 0;
+  if (std::sscanf(line.c_str(), "qvwrap1 %llu %x %llu %llu", &size, &checksum, &bits, &tail) != 4) {
     return {};
   }
-  UndoRecord record{size, checksum, {}, {}};
-  if (recipe.level >= 1 && recipe.level <= 9 && recipe.memory >= 1 && recipe.memory <= 9) {
-    record.recipe = recipe;
-  } else {
-    record.stream.assign(bytes.begin() + static_cast<std::ptrdiff_t>(end + 1), bytes.end());
-  }
+  UndoRecord record{size, checksum, {bits, tail, {}}};
+  append(record.head.bytes, bytes.subspan(end + 1));
   // What is not exactly as this program writes it was written by somebody else.
   const Bytes again = record.bytes();
-  return std::equal(again.begin(), again.end(), bytes.begin(), bytes.end()) ? std::optional(record) : std::nullopt;
+  return std::ranges::equal(again, bytes) ? std::optional(record) : std::nullopt;
 }
 
 } // namespace qvwrap

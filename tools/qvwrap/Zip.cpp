@@ -77,7 +77,7 @@ ZipEntry readCentral(View file, std::size_t at, std::size_t end) {
     malformed("its directory ends before its last entry");
   }
   entry.name = textOf(file.subspan(at + kCentralSize, nameSize));
-  entry.fromUnix = file[at + 5] == kUnix;
+  entry.fromUnix = file[at + 5] == kUnix || file[at + 5] == kDarwin;
   entry.flags = little16(file, at + 8);
   entry.method = little16(file, at + 10);
   entry.time = little32(file, at + 12);

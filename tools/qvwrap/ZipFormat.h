@@ -24,6 +24,7 @@ inline constexpr std::uint16_t kMaskedHeaders = 1 << 13;
 inline constexpr std::uint16_t kStored = 0;
 inline constexpr std::uint16_t kDeflated = 8;
 
-inline constexpr std::uint8_t kUnix = 3;
+inline constexpr std::uint8_t kUnix = 3; // who made an entry, and so what its attributes mean
+inline constexpr std::uint8_t kDarwin = 19;
 
 } // namespace qvwrap::zip

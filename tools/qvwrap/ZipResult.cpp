@@ -171,7 +171,7 @@ void ZipResult::add(Bytes fresh) {
 void ZipResult::addEntry(const NewEntry& entry, const ZipEntry& like, Bytes& central) {
   const bool isFolder = entry.name.ends_with('/');
   const bool compressed = entry.compressed && !isFolder;
-  const Bytes stream = compressed ? deflated(entry.content, {}) : entry.content;
+  const Bytes stream = compressed ? deflated(entry.content) : entry.content;
   // From "version needed" on, header and directory say the same in the same order.
   Bytes common;
   appendLittle<2>(common, 20);
