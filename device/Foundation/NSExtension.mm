@@ -2,26 +2,58 @@
 
 #import <dispatch/dispatch.h>
 
+#import "ExtensionMessages.h"
+#import "ExtensionRequest.h"
 #import "InstalledExtensions.h"
+
+namespace {
+
+NSError *errorOf(NSExtensionErrorCode code, NSString *reason) {
+  return [NSError errorWithDomain:NSExtensionErrorDomain code:code userInfo:@{NSLocalizedDescriptionKey : reason}];
+}
+
+/// The request's first message; nil, with the reason, when the items cannot be handed to another process.
+NSData *beginning(NSUUID *request, NSArray *items, NSError **error) {
+  if (!items) items = @[];
+  if (!qvdevice::areExtensionItems(items)) {
+    *error = errorOf(NSExtensionViewControllerError, @"The input items are not all extension items.");
+    return nil;
+  }
+  @try {
+    NSData *const message =
+        qvdevice::bytesOfMessage(@{@"message" : @"begin", @"request" : [request UUIDString], @"items" : items});
+    if (qvdevice::willBeUnderstood(message)) return message;
+    *error = errorOf(NSExtensionViewControllerError, @"The input items hold what no extension can be given.");
+    return nil;
+  } @catch (NSException *exception) {
+    NSString *const reason = [NSString stringWithFormat:@"The input items cannot be archived: %@", [exception reason]];
+    *error = errorOf(NSExtensionViewControllerError, reason);
+    return nil;
+  }
+}
+
+} // namespace
 
 @implementation NSExtension
 
 + (instancetype)extensionWithIdentifier:(NSString *)identifier error:(NSError **)error {
   NSDictionary *const information = QVDeviceInstalledExtension(identifier);
   if (!information) {
-    NSString *const reason = [NSString stringWithFormat:@"No extension has the identifier \"%@\".", identifier];
     if (error)
-      *error = [NSError errorWithDomain:NSExtensionErrorDomain code:NSExtensionNotFoundError
-                               userInfo:@{NSLocalizedDescriptionKey : reason}];
+      *error = errorOf(NSExtensionNotFoundError,
+                       [NSString stringWithFormat:@"No extension has the identifier \"%@\".", identifier]);
     return nil;
   }
   NSExtension *const extension = [[[self alloc] init] autorelease];
   extension->_identifier = [identifier copy];
   extension->_attributes = [[information objectForKey:@"NSExtension"] copy];
+  extension->_requests = [[NSMutableDictionary alloc] init];
   return extension;
 }
 
 - (void)dealloc {
+  for (id identifier in _requests)
+    [[_requests objectForKey:identifier] end];
   [_identifier release];
   [_attributes release];
   [_requestInterruptionBlock release];
@@ -40,18 +72,28 @@
 - (void)instantiateViewControllerWithInputItems:(NSArray *)inputItems
                               connectionHandler:(void (^)(id<NSCopying> requestIdentifier, UIViewController *controller,
                                                           NSError *error))handler {
-  (void)inputItems;
-  NSError *const error =
-      [NSError errorWithDomain:NSExtensionErrorDomain code:NSExtensionViewControllerError
-                      userInfo:@{NSLocalizedDescriptionKey : @"There is nobody to start the extension."}];
-  dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_DEFAULT, 0), ^{
-    handler([NSUUID UUID], nil, error);
-  });
+  QVDeviceExtensionRequest *const request = [[[QVDeviceExtensionRequest alloc] initWithExtension:self] autorelease];
+  NSError *error = nil;
+  // Now, and not on the request's thread: the items are the caller's.
+  NSData *const message = beginning([request identifier], inputItems, &error);
+  if (!message) {
+    NSUUID *const identifier = [request identifier];
+    dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_DEFAULT, 0), ^{
+      if (handler) handler(identifier, nil, error);
+    });
+    return;
+  }
+  @synchronized(self) {
+    [_requests setObject:request forKey:[request identifier]];
+  }
+  [request startWithMessage:message connectionHandler:handler];
 }
 
 - (int)pidForRequestIdentifier:(id<NSCopying>)requestIdentifier {
-  (void)requestIdentifier;
-  return 0;
+  if (!requestIdentifier) return 0;
+  @synchronized(self) {
+    return [[_requests objectForKey:requestIdentifier] pid];
+  }
 }
 
 @end

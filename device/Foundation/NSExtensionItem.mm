@@ -2,6 +2,19 @@
 
 #include "ReplacesFoundation.h"
 
+namespace {
+
+/// What is archived under a key, or nil; raises when that is of another class.
+id decoded(NSCoder *coder, NSString *key, Class expected) {
+  id const object = [coder decodeObjectForKey:key];
+  if (object && ![object isKindOfClass:expected])
+    [NSException raise:NSInvalidUnarchiveOperationException
+                format:@"%@ of an extension item is a %@", key, [object class]];
+  return object;
+}
+
+} // namespace
+
 @interface NSExtensionItem (QVDevice) <NSCopying, NSSecureCoding>
 @end
 
@@ -77,10 +90,14 @@
 
 - (id)initWithCoder:(NSCoder *)coder {
   if ((self = [super init])) {
-    [self setAttributedTitle:[coder decodeObjectForKey:@"attributedTitle"]];
-    [self setAttributedContentText:[coder decodeObjectForKey:@"attributedContentText"]];
-    [self setAttachments:[coder decodeObjectForKey:@"attachments"]];
-    [self setUserInfo:[coder decodeObjectForKey:@"userInfo"]];
+    [self setAttributedTitle:decoded(coder, @"attributedTitle", [NSAttributedString class])];
+    [self setAttributedContentText:decoded(coder, @"attributedContentText", [NSAttributedString class])];
+    [self setAttachments:decoded(coder, @"attachments", [NSArray class])];
+    [self setUserInfo:decoded(coder, @"userInfo", [NSDictionary class])];
+    for (id each in _attachments)
+      if (![each isKindOfClass:[NSItemProvider class]])
+        [NSException raise:NSInvalidUnarchiveOperationException
+                    format:@"an attachment of an extension item is a %@", [each class]];
   }
   return self;
 }

@@ -104,10 +104,9 @@ NSError *unavailable(NSString *typeIdentifier) {
 
 - (id)initWithCoder:(NSCoder *)coder {
   id const typeIdentifier = [coder decodeObjectForKey:@"typeIdentifier"];
-  if (![typeIdentifier isKindOfClass:[NSString class]]) {
-    [self release];
-    return nil;
-  }
+  if (![typeIdentifier isKindOfClass:[NSString class]])
+    [NSException raise:NSInvalidUnarchiveOperationException
+                format:@"the type of an item provider is a %@", [typeIdentifier class]];
   return [self initWithItem:[coder decodeObjectForKey:@"item"] typeIdentifier:typeIdentifier];
 }
 

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <filesystem>
 
 #include "runtime/Methods.h"
 
@@ -22,6 +23,20 @@ NSString *NSBundle_resourcePath(NSBundle *self, SEL command) {
   BOOL isFolder = NO;
   if ([[NSFileManager defaultManager] fileExistsAtPath:path isDirectory:&isFolder] && isFolder) return path;
   return [self bundlePath];
+}
+
+using MainBundle = NSBundle *(*)(Class, SEL);
+MainBundle originalMainBundle;
+
+/// Foundation knows apps by their folders' names, but not their extensions.
+NSBundle *NSBundle_mainBundle(Class self, SEL command) {
+  static NSBundle *const extension = [] {
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe");
+    const bool isExtension = program.parent_path().extension() == ".appex";
+    NSString *const folder = [NSString stringWithUTF8String:program.parent_path().c_str()];
+    return isExtension ? [[NSBundle alloc] initWithPath:folder] : nil;
+  }();
+  return extension ? extension : originalMainBundle(self, command);
 }
 
 /// Foundation's own was taken when Foundation was loaded, with the real user's home in it.
@@ -42,6 +57,9 @@ __attribute__((constructor(102))) void takeOverWhatAnAppLearnsAboutItself() {
   const Method resourcePath = class_getInstanceMethod(objc_getClass("NSBundle"), sel_registerName("resourcePath"));
   originalResourcePath = implementationAs<ResourcePath>(method_getImplementation(resourcePath));
   method_setImplementation(resourcePath, asImplementation(NSBundle_resourcePath));
+  const Method mainBundle = class_getClassMethod(objc_getClass("NSBundle"), sel_registerName("mainBundle"));
+  originalMainBundle = implementationAs<MainBundle>(method_getImplementation(mainBundle));
+  method_setImplementation(mainBundle, asImplementation(NSBundle_mainBundle));
   const Class processInfo = objc_getClass("NSProcessInfo");
   const Method environment = class_getInstanceMethod(processInfo, sel_registerName("environment"));
   method_setImplementation(environment, asImplementation(NSProcessInfo_environment));

@@ -15,7 +15,18 @@ namespace qvdevice {
 static constexpr int kTraceDescriptor = 3;
 static constexpr int kControlDescriptor = 4;
 
-AppProcess::AppProcess(Launch launch, Stream& stream) : stream_(stream) {
+static constexpr char kNoExtension[] = "no extension runs";
+
+/// The reason that an answer gives for a refusal; empty when it is none.
+static std::string refusalIn(const std::string& line) {
+  const auto answer = nlohmann::json::parse(line, nullptr, false);
+  if (!answer.is_object() || !answer.contains("ok")) {
+    return "it answered in a way that nobody understands";
+  }
+  return answer.value("ok", false) ? std::string() : answer.value("error", std::string("it gave no reason"));
+}
+
+AppProcess::AppProcess(Launch launch, const std::filesystem::path& device, Stream& stream) : stream_(stream) {
   std::array<int, 2> sockets{};
   const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
   if (nothing < 0 || socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
@@ -30,14 +41,22 @@ AppProcess::AppProcess(Launch launch, Stream& stream) : stream_(stream) {
                         {sockets[1], kControlDescriptor}};
   launch.environment["QVDEVICE_TRACE_FD"] = std::to_string(kTraceDescriptor);
   launch.environment["QVDEVICE_CONTROL_FD"] = std::to_string(kControlDescriptor);
+  launch.environment["QVDEVICE_EXTENSIONS"] = std::nullopt;
+  if (!device.empty()) {
+    extensions_.emplace(device, std::vector<std::pair<int, int>>{
+                                    {nothing, STDIN_FILENO}, {output, STDOUT_FILENO}, {output, STDERR_FILENO}});
+    launch.environment["QVDEVICE_EXTENSIONS"] = extensions_->address();
+  }
   child_.emplace(launch);
-  close(nothing);
+  // The one without a number to read is kept for the extensions to come.
+  nothing_ = nothing;
   close(sockets[1]);
 }
 
 AppProcess::~AppProcess() {
   child_.reset();
   close(control_);
+  close(nothing_);
 }
 
 void AppProcess::readOutput() {
@@ -68,15 +87,19 @@ void AppProcess::readAnswers() {
 void AppProcess::readOnce(Clock::duration limit) {
   const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(std::max(limit, Clock::duration::zero()));
   // A channel that the app has closed would be ready for ever.
-  std::array<pollfd, 3> ready{{{console_.readingEnd(), POLLIN, 0},
+  std::array<pollfd, 4> ready{{{console_.readingEnd(), POLLIN, 0},
                                {controlOpen_ ? control_ : -1, POLLIN, 0},
-                               {signals_.descriptor(), POLLIN, 0}}};
+                               {signals_.descriptor(), POLLIN, 0},
+                               {extensions_ ? extensions_->descriptor() : -1, POLLIN, 0}}};
   ::poll(ready.data(), ready.size(), static_cast<int>(milliseconds.count()));
   if (ready[1].revents != 0) {
     readAnswers();
   }
   if (ready[2].revents != 0) {
     signals_.forwardTo(child_->pid());
+  }
+  if (ready[3].revents != 0) {
+    extensions_->serve();
   }
   // Asked before the last of its output is read: what it said before it ended is there by then.
   const auto status = child_->poll();
@@ -117,12 +140,45 @@ std::optional<std::string> AppProcess::tell(const nlohmann::ordered_json& comman
     return std::nullopt;
   }
   const std::size_t end = answers_.find('\n');
-  const auto answer = nlohmann::json::parse(answers_.substr(0, end), nullptr, false);
+  const std::string answer = answers_.substr(0, end);
   answers_.erase(0, end + 1);
-  if (!answer.is_object() || !answer.contains("ok")) {
-    return "it answered in a way that nobody understands";
+  return refusalIn(answer);
+}
+
+pid_t AppProcess::awaitExtension(Clock::duration limit) {
+  readUntil([this] { return extensions_ && extensions_->newest() != 0; }, limit);
+  return extensions_ ? extensions_->newest() : 0;
+}
+
+std::optional<std::string> AppProcess::tellExtension(const nlohmann::ordered_json& command, Clock::duration limit) {
+  const pid_t extension = awaitExtension(limit);
+  if (extension == 0) {
+    return ended_ ? std::nullopt : std::optional<std::string>(kNoExtension);
   }
-  return answer.value("ok", false) ? std::string() : answer.value("error", std::string("it gave no reason"));
+  if (!extensions_->tell(extension, command)) {
+    return std::string();
+  }
+  std::optional<std::string> answer;
+  const bool told = readUntil(
+      [&] {
+        answer = extensions_->answer(extension);
+        return answer || extensions_->newest() != extension;
+      },
+      limit);
+  if (!told) {
+    return std::nullopt;
+  }
+  return answer ? refusalIn(*answer) : std::string();
+}
+
+std::optional<std::string> AppProcess::killExtension(Clock::duration limit) {
+  const pid_t extension = awaitExtension(limit);
+  if (extension == 0) {
+    return ended_ ? std::nullopt : std::optional<std::string>(kNoExtension);
+  }
+  extensions_->kill(extension);
+  readUntil([&] { return extensions_->newest() != extension; }, limit);
+  return std::string();
 }
 
 } // namespace qvdevice

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <string>
 
 #include "Child.h"
 #include "Console.h"
+#include "ExtensionService.h"
 #include "Stream.h"
 
 namespace qvdevice {
@@ -16,8 +18,9 @@ class AppProcess {
 public:
   using Clock = std::chrono::steady_clock;
 
-  /// Starts the program of `launch` with one console for all that it says, and a socket for what it is told.
-  AppProcess(Launch launch, Stream& stream);
+  /// Starts the program of `launch` with one console for all that it says, and a socket for what it is told. With a
+  /// device's folder, the app may start the extensions that are installed there.
+  AppProcess(Launch launch, const std::filesystem::path& device, Stream& stream);
   ~AppProcess();
   AppProcess(const AppProcess&) = delete;
   AppProcess& operator=(const AppProcess&) = delete;
@@ -31,6 +34,12 @@ public:
   /// it has ended, or the time is up.
   std::optional<std::string> tell(const nlohmann::ordered_json& command, Clock::duration limit);
 
+  /// Tells the extension that was started last, once there is one, and answers like `tell`, but that an extension
+  /// which ends instead of answering has done what it was told.
+  std::optional<std::string> tellExtension(const nlohmann::ordered_json& command, Clock::duration limit);
+  /// Ends its process as the system does that needs the memory.
+  std::optional<std::string> killExtension(Clock::duration limit);
+
   /// The status that waitpid gave, once the app has ended and all that it said has been read.
   std::optional<int> ended() const { return ended_; }
 
@@ -38,12 +47,15 @@ private:
   void readOnce(Clock::duration limit);
   void readOutput();
   void readAnswers();
+  pid_t awaitExtension(Clock::duration limit);
 
   Stream& stream_;
   SignalQueue signals_;
   Console console_;
   int control_ = -1;
+  int nothing_ = -1;
   bool controlOpen_ = true;
+  std::optional<ExtensionService> extensions_;
   std::optional<Child> child_;
   std::optional<int> ended_;
   Clock::time_point lastSaid_ = Clock::now();

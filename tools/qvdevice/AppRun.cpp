@@ -46,8 +46,8 @@ void AppRun::note(const nlohmann::ordered_json& record) {
   }
 }
 
-Outcome AppRun::play(Launch launch, const std::vector<Event>& events) {
-  AppProcess app(std::move(launch), stream_);
+Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const std::vector<Event>& events) {
+  AppProcess app(std::move(launch), device, stream_);
   if (!app.readUntil([this] { return active_; }, limit_)) {
     return app.ended() ? endedByItself(*app.ended(), events) : hung("was not active after " + limitText_);
   }
@@ -66,6 +66,11 @@ Outcome AppRun::play(Launch launch, const std::vector<Event>& events) {
       return terminate(app, event);
     case Event::Kind::kEnds:
       return awaitEnd(app, event);
+    case Event::Kind::kExtension:
+      if (const auto outcome = tellExtension(app, event, rest)) {
+        return *outcome;
+      }
+      break;
     case Event::Kind::kCommand:
       if (const auto outcome = tell(app, event, rest)) {
         return *outcome;
@@ -86,6 +91,22 @@ std::optional<Outcome> AppRun::tell(AppProcess& app, const Event& event, Unplaye
   // Without an answer nobody knows whether it was the event that made the app end, or whether it came too late.
   if (!answer && !(rest.size() > 1 && rest[1].kind == Event::Kind::kEnds)) {
     return endedByItself(*app.ended(), rest);
+  }
+  app.readUntilQuiet(kSettled, limit_);
+  return std::nullopt;
+}
+
+std::optional<Outcome> AppRun::tellExtension(AppProcess& app, const Event& event, Unplayed rest) {
+  const auto answer =
+      event.command["do"] == "kill" ? app.killExtension(limit_) : app.tellExtension(event.command, limit_);
+  if (!answer && app.ended()) {
+    return endedByItself(*app.ended(), rest);
+  }
+  if (!answer) {
+    return Outcome{kAppHung, name_ + "'s extension " + at(event) + "gave no answer in " + limitText_};
+  }
+  if (!answer->empty()) {
+    return Outcome{kAppFailed, name_ + "'s extension " + at(event) + "refused \"" + event.name + "\": " + *answer};
   }
   app.readUntilQuiet(kSettled, limit_);
   return std::nullopt;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
@@ -21,13 +22,15 @@ public:
   AppRun(const AppRun&) = delete;
   AppRun& operator=(const AppRun&) = delete;
 
-  /// Throws std::system_error when the app cannot be started at all.
-  Outcome play(Launch launch, const std::vector<Event>& events);
+  /// `device` is the folder of the device that the app runs on; empty when it has none. Throws std::system_error when
+  /// the app cannot be started at all.
+  Outcome play(Launch launch, const std::filesystem::path& device, const std::vector<Event>& events);
 
 private:
   using Unplayed = std::span<const Event>;
 
   void note(const nlohmann::ordered_json& record);
+  std::optional<Outcome> tellExtension(AppProcess& app, const Event& event, Unplayed rest);
   std::optional<Outcome> tell(AppProcess& app, const Event& event, Unplayed afterwards);
   Outcome terminate(AppProcess& app, const Event& event);
   Outcome awaitEnd(AppProcess& app, const Event& event);

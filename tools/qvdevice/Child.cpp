@@ -14,6 +14,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "container/Confinement.h"
+
 namespace qvdevice {
 
 namespace {
@@ -58,6 +60,9 @@ sigset_t queuedSignals() {
     if (dup2(aside, theirs) < 0) {
       giveUp();
     }
+  }
+  if (launch.confinement) {
+    confineWritesTo(launch.confinement->first, launch.confinement->second);
   }
   for (const auto& [name, value] : launch.environment) {
     if ((value ? setenv(name.c_str(), value->c_str(), 1) : unsetenv(name.c_str())) != 0) {
@@ -121,7 +126,7 @@ void SignalQueue::forwardTo(pid_t child) {
   }
 }
 
-Child::Child(const Launch& launch) {
+Child::Child(const Launch& launch) : alone_(launch.alone) {
   std::array<int, 2> report{};
   if (pipe2(report.data(), O_CLOEXEC) != 0) {
     fail("pipe");
@@ -151,13 +156,18 @@ Child::~Child() {
     while (waitpid(pid_, nullptr, 0) < 0 && errno == EINTR) {
     }
   }
-  endOrphans();
+  if (alone_) {
+    endOrphans();
+  }
 }
 
 std::optional<int> Child::poll() {
   int status = 0;
-  if (!status_ && waitpid(pid_, &status, WNOHANG) == pid_) {
+  const pid_t ended = status_ ? 0 : waitpid(pid_, &status, WNOHANG);
+  if (ended == pid_) {
     status_ = status;
+  } else if (ended < 0 && errno == ECHILD) {
+    status_ = SIGKILL; // with all others, when one that is alone had ended
   }
   return status_;
 }

@@ -17,6 +17,10 @@ struct Launch {
   std::map<std::string, std::optional<std::string>> environment;
   /// Descriptors given to the program: ours, and the number it has there.
   std::vector<std::pair<int, int>> descriptors;
+  /// The folders that the program may write in, of a program that does not confine itself: its container, the device's.
+  std::optional<std::pair<std::string, std::string>> confinement{};
+  /// Whether all that this process ever starts comes from this program, and is to end with it.
+  bool alone = true;
 };
 
 /// Signals that would end or address qvdevice arrive as something to read instead, for as long as this object lives.
@@ -43,7 +47,7 @@ class Child {
 public:
   /// Throws std::system_error when the program cannot be started at all.
   explicit Child(const Launch& launch);
-  /// Kills the child if it still runs, and what it has started and left behind.
+  /// Kills the child if it still runs and, when it is alone, what it has started and left behind.
   ~Child();
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
@@ -59,6 +63,7 @@ public:
 private:
   pid_t pid_ = -1;
   std::optional<int> status_;
+  bool alone_;
 };
 
 /// The exit status by which a shell would tell of `waitStatus`.

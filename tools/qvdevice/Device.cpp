@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "Failure.h"
+#include "InstalledApps.h"
 
 namespace fs = std::filesystem;
 
@@ -33,6 +34,17 @@ fs::path prepareDevice(const fs::path& folder) {
     }
   }
   return fs::canonical(folder);
+}
+
+DeviceToRunOn::DeviceToRunOn(const std::optional<fs::path>& given, const std::vector<fs::path>& installed) {
+  if (given) {
+    folder_ = prepareDevice(*given);
+  } else if (!installed.empty()) {
+    folder_ = fs::canonical(temporary_.emplace().path());
+  }
+  for (const fs::path& app : installed) {
+    installOnDevice(app, folder_);
+  }
 }
 
 } // namespace qvdevice

@@ -131,6 +131,8 @@ void readChoose(EventLine& line, Event& event) {
 
 void readType(EventLine& line, Event& event) { event.command["text"] = line.text(event.name + " needs a text"); }
 
+void readExtension(EventLine& line, Event& event);
+
 void readNothing(EventLine&, Event&) {}
 
 struct Form {
@@ -154,6 +156,7 @@ constexpr std::array kForms{Form{"activate", Kind::kCommand, "becomeActive", rea
                             Form{"type", Kind::kCommand, "type", readType},
                             Form{"dictate", Kind::kCommand, "dictate", readType},
                             Form{"keyboard", Kind::kCommand, "keyboard", readNothing},
+                            Form{"extension", Kind::kExtension, "", readExtension},
                             Form{"wait", Kind::kWait, "", readWait},
                             Form{"ends", Kind::kEnds, "", readNothing},
                             Form{"terminate", Kind::kTerminate, "terminate", readNothing}};
@@ -166,6 +169,21 @@ const Form& formNamed(EventLine& line, std::string_view name) {
   std::array<std::string_view, kForms.size()> names;
   std::transform(kForms.begin(), kForms.end(), names.begin(), [](const Form& f) { return f.name; });
   line.refuse("there is no event " + quoted(name) + "; did you mean " + quoted(nearestName(name, names)) + "?");
+}
+
+/// What can be done to an extension: some of what can be done to an app, and the end of its process.
+void readExtension(EventLine& line, Event& event) {
+  constexpr std::array kDone{
+      Form{"touch", Kind::kExtension, "touch", readTouch}, Form{"tap", Kind::kExtension, "tap", readTap},
+      Form{"type", Kind::kExtension, "type", readType}, Form{"kill", Kind::kExtension, "kill", readNothing}};
+  const std::string_view name = line.word();
+  const auto* const form = std::find_if(kDone.begin(), kDone.end(), [name](const Form& f) { return f.name == name; });
+  if (form == kDone.end()) {
+    line.refuse("extension needs touch, tap, type or kill" + (name.empty() ? "" : "; " + quoted(name) + " is none"));
+  }
+  event.name += " " + std::string(name);
+  event.command["do"] = form->verb;
+  form->read(line, event);
 }
 
 Event makeEvent(std::string name, Kind kind, std::string_view verb, std::size_t line = 0) {

@@ -13,6 +13,7 @@ namespace qvdevice {
 struct Event {
   enum class Kind {
     kCommand,   // the app is told something and answers
+    kExtension, // an app extension is
     kWait,      // time passes
     kTerminate, // the app is told to end
     kEnds       // the app ends by itself

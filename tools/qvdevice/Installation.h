@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 namespace qvdevice {
 
@@ -9,5 +10,8 @@ std::filesystem::path programFolder();
 
 /// The folder of the shared libraries: the device, the SDK, and the library that is put into apps.
 std::filesystem::path libraryFolder();
+
+/// A value of LD_LIBRARY_PATH for programs that lie away from the libraries they were linked with.
+std::string withOurLibrariesFirst();
 
 } // namespace qvdevice

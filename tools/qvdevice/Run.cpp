@@ -60,12 +60,6 @@ fs::path install(const Bundle& bundle, const fs::path& container) {
   return installed;
 }
 
-std::string withOurLibrariesFirst() {
-  const char* others = std::getenv("LD_LIBRARY_PATH");
-  const std::string ours = libraryFolder().string();
-  return others != nullptr && *others != '\0' ? ours + ":" + others : ours;
-}
-
 nlohmann::json settingsOf(const RunOptions& options) {
   nlohmann::json settings{{"systemVersion", options.systemVersion},
                           {"idiom", options.idiom},
@@ -87,12 +81,11 @@ nlohmann::json launchOptionsOf(const RunOptions& options) {
   return launch;
 }
 
-Launch makeLaunch(const RunOptions& options, const Bundle& bundle, const fs::path& container) {
+Launch makeLaunch(const RunOptions& options, const Bundle& bundle, const fs::path& container, const fs::path& device) {
   Launch launch;
   launch.command = {(install(bundle, container) / bundle.executable).string()};
   launch.environment["QVDEVICE_CONTAINER"] = container.string();
-  launch.environment["QVDEVICE_DEVICE"] =
-      options.device ? std::optional(prepareDevice(*options.device).string()) : std::nullopt;
+  launch.environment["QVDEVICE_DEVICE"] = device.empty() ? std::nullopt : std::optional(device.string());
   launch.environment["QVDEVICE_SETTINGS"] = settingsOf(options).dump();
   launch.environment["QVDEVICE_LAUNCH"] =
       options.launchUrl ? std::optional(launchOptionsOf(options).dump()) : std::nullopt;
@@ -136,15 +129,16 @@ int run(const RunOptions& options) {
     }
   }
   const fs::path container = temporary ? fs::canonical(temporary->path()) : prepareContainer(*options.container);
-  const Launch launch = makeLaunch(options, bundle, container);
+  const DeviceToRunOn device(options.device, options.installed);
+  const Launch launch = makeLaunch(options, bundle, container, device.folder());
   const ContainerWatch watch(container, bundle.folder.filename().string());
 
   const auto report = options.json ? makeJsonReport() : makeTextReport(options.verbose, wantsColour());
   report->begin({bundle, options.systemVersion, options.idiom, options.defaultProtection, container,
                  options.keep || options.container.has_value(), !options.noLibrary});
   try {
-    const Outcome outcome =
-        AppRun(bundle.name(), std::chrono::seconds(options.timeoutSeconds), *report).play(launch, events);
+    const Outcome outcome = AppRun(bundle.name(), std::chrono::seconds(options.timeoutSeconds), *report)
+                                .play(launch, device.folder(), events);
     report->end(watch.written(), outcome);
     return outcome.status;
   } catch (const std::system_error& error) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace qvdevice {
 
@@ -12,6 +13,8 @@ struct RunOptions {
   std::optional<std::filesystem::path> container;
   /// Where the device keeps what its apps have in common; without it the app has a device to itself.
   std::optional<std::filesystem::path> device;
+  /// Apps to install on the device, for the sake of their extensions and documents.
+  std::vector<std::filesystem::path> installed;
   std::optional<std::filesystem::path> events;
   std::string systemVersion = "17.0";
   std::string idiom = "phone";

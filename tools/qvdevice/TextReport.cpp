@@ -84,6 +84,8 @@ public:
       entry("out", wayOutInWords(record), Colour::kBold);
     } else if (const std::string offer = offerInWords(record); !offer.empty()) {
       entry("screen", offer, Colour::kCyan);
+    } else if (kind == "extension") {
+      entry("extension", extensionInWords(record), Colour::kCyan);
     } else if (kind == "sdk") {
       call(record);
     } else if (verbose_) {

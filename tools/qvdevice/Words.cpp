@@ -80,8 +80,33 @@ static std::string setInWords(const Json& command) {
   return words + (command.contains("message") ? ", with the message " + dumped(command["message"]) : "");
 }
 
+std::string extensionInWords(const Json& record) {
+  static const std::map<std::string, std::string> kWords{
+      {"started", "has a process of its own"},
+      {"shown", "shows its view controller"},
+      {"completed", "has answered"},
+      {"cancelled", "has cancelled"},
+      {"interrupted", "is interrupted"},
+      {"failed", "cannot be shown"},
+      {"ignored", "has answered once more, which is ignored"},
+      {"ended", "is no longer needed and ends"},
+  };
+  const auto words = kWords.find(textOf(record, "event"));
+  const std::string reason = textOf(record, "reason");
+  return textOf(record, "identifier") + " " + (words == kWords.end() ? textOf(record, "event") : words->second) +
+         (reason.empty() ? "" : ": " + reason);
+}
+
+static constexpr std::string_view kInExtension = "extension ";
+
 std::string eventInWords(const Event& event) {
   const Json& command = event.command;
+  if (event.name.starts_with(kInExtension)) {
+    Event inside = event;
+    inside.name = event.name.substr(kInExtension.size());
+    return inside.name == "kill" ? "the system ends the extension's process"
+                                 : "in the extension " + eventInWords(inside);
+  }
   if (event.kind == Event::Kind::kWait) {
     return "nothing for " + std::to_string(event.wait.count()) + " ms";
   }

@@ -22,6 +22,8 @@ std::string callInWords(const nlohmann::ordered_json& record);
 std::string wayOutInWords(const nlohmann::ordered_json& record);
 /// What a menu or the share sheet offers; empty when the record is of something else.
 std::string offerInWords(const nlohmann::ordered_json& record);
+/// What becomes of an app extension that the app asked for.
+std::string extensionInWords(const nlohmann::ordered_json& record);
 /// What is done to the app.
 std::string eventInWords(const Event& event);
 

@@ -25,14 +25,22 @@ static std::vector<std::string> splitCommand(std::vector<std::string>& arguments
   return command;
 }
 
+static void addInstall(CLI::App& command, std::vector<std::filesystem::path>& installed) {
+  command
+      .add_option("--install", installed,
+                  "An app to install on the device first, for its extensions and what it opens; may be given again")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
 static void addRun(CLI::App& run, RunOptions& options) {
   run.add_option("APP", options.app, "The app: a folder with an Info.plist and an executable")->required();
   run.add_option("--policies", options.policies, "What the management SDK lays down: a JSON file");
   run.add_option("--events", options.events,
                  "What happens to the app: a file with one event a line (docs/qvdevice.md), of activate, resign, "
                  "background, foreground, set KEY JSON [MESSAGE], open URL [from BUNDLEID], touch [X Y], tap TITLE, "
-                 "perform SELECTOR, menu, choose TITLE, type TEXT, dictate TEXT, keyboard, wait MILLISECONDS, ends, "
-                 "terminate; without it "
+                 "perform SELECTOR, menu, choose TITLE, type TEXT, dictate TEXT, keyboard, extension EVENT, wait "
+                 "MILLISECONDS, ends, terminate; without it "
                  "the app is used, put away and ended");
   CLI::Option* url =
       run.add_option("--launch-url", options.launchUrl, "A URL that the app is launched with, to open it");
@@ -54,6 +62,7 @@ static void addRun(CLI::App& run, RunOptions& options) {
   run.add_option("--device", options.device,
                  "Where the device keeps what its apps have in common, the pasteboard for one; without it the app has "
                  "a device to itself");
+  addInstall(run, options.installed);
   run.add_flag("--keep", options.keep, "Leave the fresh container behind and say where it is");
   run.add_flag("--no-library", options.noLibrary, "Run the app by itself, to compare");
   run.add_flag("--json", options.json, "One JSON object a line instead of text");
@@ -80,7 +89,9 @@ static int command(std::vector<std::string> arguments) {
   addRun(*run, runOptions);
   app.add_subcommand("cc", "Compile an app's Objective-C sources into a bundle; qvdevice cc --help tells more");
   CLI::App* exec =
-      app.add_subcommand("exec", "exec [--keep] -- PROGRAM ARGS...: run any program in a container of its own");
+      app.add_subcommand("exec", "exec [OPTIONS] -- PROGRAM ARGS...: run any program in a container of its own");
+  exec->add_option("--device", execOptions.device, "The device's folder; without it there is none");
+  addInstall(*exec, execOptions.installed);
   exec->add_flag("--keep", execOptions.keep, "Leave the container behind and say where it is");
 
   try {

@@ -82,3 +82,10 @@ typedef NS_ENUM(NSInteger, UIModalPresentationStyle) {
 @property (nonatomic, readonly) UIInterfaceOrientation interfaceOrientation;
 
 @end
+
+@interface UIViewController (NSExtensionAdditions)
+
+/// In an extension's process, for its view controller and what that shows: the request that is served; else nil.
+@property (nonatomic, readonly) NSExtensionContext *extensionContext;
+
+@end

@@ -1,0 +1,3 @@
+#import <Foundation/NSExtensionMain.h>
+
+int main(int argc, char *argv[]) { return NSExtensionMain(argc, argv); }

@@ -1,0 +1,2 @@
+// Only there to hold the extensions.
+int main(void) { return 0; }
