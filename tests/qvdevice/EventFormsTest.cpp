@@ -76,6 +76,20 @@ TEST(Event, thatIsAnActionHoldsItsSelector) {
   EXPECT_EQ(commandOf("perform _a1:b:"), R"({"do":"perform","action":"_a1:b:"})");
 }
 
+TEST(Event, forAnExtensionHoldsWhatIsDoneInIt) {
+  const std::vector<Event> events =
+      eventsOf("extension tap 2 # and so on\nextension touch 1 2\nextension type a b\nextension kill");
+  ASSERT_EQ(events.size(), 5u);
+  for (std::size_t i = 0; i < 4; ++i) {
+    EXPECT_EQ(events[i].kind, Kind::kExtension);
+  }
+  EXPECT_EQ(events[0].name, "extension tap");
+  EXPECT_EQ(events[0].command.dump(), R"({"do":"tap","title":"2"})");
+  EXPECT_EQ(events[1].command.dump(), R"({"do":"touch","x":1.0,"y":2.0})");
+  EXPECT_EQ(events[2].command.dump(), R"({"do":"type","text":"a b"})");
+  EXPECT_EQ(events[3].command.dump(), R"({"do":"kill"})");
+}
+
 TEST(Events, areReadWithTheirLinesAndEndWithTheEndOfTheApp) {
   const std::vector<Event> events = eventsOf("# first\n\n  wait 20\nresign");
   ASSERT_EQ(events.size(), 3u);

@@ -146,8 +146,11 @@ std::optional<std::string> AppProcess::tell(const nlohmann::ordered_json& comman
 }
 
 pid_t AppProcess::awaitExtension(Clock::duration limit) {
-  readUntil([this] { return extensions_ && extensions_->newest() != 0; }, limit);
-  return extensions_ ? extensions_->newest() : 0;
+  if (!extensions_) {
+    return 0;
+  }
+  readUntil([this] { return extensions_->newest() != 0; }, limit);
+  return extensions_->newest();
 }
 
 std::optional<std::string> AppProcess::tellExtension(const nlohmann::ordered_json& command, Clock::duration limit) {

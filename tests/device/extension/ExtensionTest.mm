@@ -145,14 +145,16 @@ TEST_F(Extension, GoesWhenItIsDismissed) {
   ask(@"wait");
   ASSERT_TRUE(runUntilNoted(1));
   const int pid = process();
+  NSAutoreleasePool *const presenting = [[NSAutoreleasePool alloc] init];
   [host presentViewController:controller animated:NO completion:nil];
+  [presenting drain];
   [controller release];
   controller = nil;
   runForAWhile();
   EXPECT_TRUE(isThere(pid));
-  NSAutoreleasePool *const inner = [[NSAutoreleasePool alloc] init];
+  NSAutoreleasePool *const dismissing = [[NSAutoreleasePool alloc] init];
   [host dismissViewControllerAnimated:NO completion:nil];
-  [inner drain];
+  [dismissing drain];
   EXPECT_TRUE(runUntilGone(pid));
 }
 
