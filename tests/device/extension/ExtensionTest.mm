@@ -1,6 +1,9 @@
 // An extension that does as it should, and the end of its process.
 #import "Hosted.h"
 
+#include <fstream>
+#include <iterator>
+
 namespace {
 
 class Extension : public Hosted {
@@ -221,6 +224,11 @@ TEST_F(Extension, LeavesNothingBehindAfterManyRounds) {
   }
   EXPECT_TRUE(runUntil([=] { return count("/proc/self/fd") == descriptors; })) << count("/proc/self/fd");
   EXPECT_TRUE(runUntil([=] { return count("/proc/self/task") <= threads; })) << count("/proc/self/task");
+  // Nor does whoever started them keep any, dead or alive: this process is its only child.
+  const std::string parent = std::to_string(getppid());
+  std::ifstream children("/proc/" + parent + "/task/" + parent + "/children");
+  const std::vector<int> left{std::istream_iterator<int>(children), {}};
+  EXPECT_EQ(left, std::vector<int>{getpid()});
 }
 
 } // namespace

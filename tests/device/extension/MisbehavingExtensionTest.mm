@@ -47,6 +47,12 @@ TEST_F(MisbehavingExtension, ThatDiesWhileItMakesItsViewCannotBeShown) {
   EXPECT_EQ(reason, "The connection to the extension was interrupted: its process ended by signal 6 (Aborted).");
 }
 
+TEST_F(MisbehavingExtension, ThatKnowsNothingOfTheDeviceIsConfinedToItsContainerAllTheSame) {
+  askWith(@[], @"intruder");
+  ASSERT_TRUE(runUntilNoted(1));
+  EXPECT_EQ(reason, "The connection to the extension was interrupted: its process ended with status 1.");
+}
+
 TEST_F(MisbehavingExtension, ThatHasNoPrincipalClassCannotBeShown) {
   askWith(@[], @"classless");
   ASSERT_TRUE(runUntilNoted(1));
