@@ -4,11 +4,6 @@
 #include <Accelerate/vImage_Types.h>
 #include <CoreGraphics/CoreGraphics.h>
 
-typedef struct CGColorSpace *CGColorSpaceRef;
-typedef struct CGImage *CGImageRef;
-typedef uint32_t CGBitmapInfo;
-typedef NS_ENUM(int, CGColorRenderingIntent);
-
 /// How a buffer's pixels are laid out, and what they mean.
 typedef struct vImage_CGImageFormat {
   uint32_t bitsPerComponent;

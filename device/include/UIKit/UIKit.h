@@ -12,6 +12,8 @@
 #import <UIKit/UIDocument.h>
 #import <UIKit/UIDocumentInteractionController.h>
 #import <UIKit/UIEvent.h>
+#import <UIKit/UIGraphics.h>
+#import <UIKit/UIImage.h>
 #import <UIKit/UIKitDefines.h>
 #import <UIKit/UILabel.h>
 #import <UIKit/UIMenuController.h>
