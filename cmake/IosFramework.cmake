@@ -13,7 +13,8 @@ target_link_options(QVSandbox PRIVATE "SHELL:-F ${QV_IOS_FRAMEWORKS}" -Wl,-dead_
 # Classes are looked up by name when the library is loaded, so whoever owns them is loaded before it: also a framework
 # of which no symbol is imported stays among the load commands.
 target_link_libraries(QVSandbox PRIVATE
-  "-framework CoreData" "-framework Foundation" "-framework Security" "-framework UIKit" "-framework Zorbel" objc)
+  "-framework Accelerate" "-framework CoreData" "-framework CoreGraphics" "-framework Foundation" "-framework Security"
+  "-framework UIKit" "-framework Zorbel" objc)
 
 # The framework itself tells nothing of where it was built; what a debugger wants is in the .dSYM beside it. Nor may the
 # objects' paths and times of change go into the UUID by which the two find each other.

@@ -1,6 +1,7 @@
 // The C++ view of the Objective-C classes in Probe.mm.
 #pragma once
 
+#include "platform/CoreGraphics/CGGeometry.hpp"
 #include "platform/Foundation/NSError.hpp"
 #include "platform/Foundation/NSException.hpp"
 #include "platform/Foundation/NSString.hpp"
@@ -8,16 +9,6 @@
 #include "platform/objc/declare.hpp"
 #include "platform/objc/ownership.hpp"
 
-struct CGPoint {
-  double x, y;
-};
-struct CGSize {
-  double width, height;
-};
-struct CGRect {
-  CGPoint origin;
-  CGSize size;
-};
 struct Five {
   double a, b, c, d, e;
 };
@@ -28,18 +19,6 @@ struct Small {
 
 namespace qvsb {
 
-template <> struct StructEncoding<CGPoint> {
-  static constexpr const char* name = "CGPoint";
-  using Fields = FieldList<double, double>;
-};
-template <> struct StructEncoding<CGSize> {
-  static constexpr const char* name = "CGSize";
-  using Fields = FieldList<double, double>;
-};
-template <> struct StructEncoding<CGRect> {
-  static constexpr const char* name = "CGRect";
-  using Fields = FieldList<CGPoint, CGSize>;
-};
 template <> struct StructEncoding<Five> {
   static constexpr const char* name = "QVFive";
   using Fields = FieldList<double, double, double, double, double>;

@@ -1,5 +1,6 @@
 #include "methods.hpp"
 
+#include "../Extension/UIImageEffects.hpp"
 #include "../diagnostics/SBUtil.hpp"
 #include "../lifecycle/HiddenApplicationContentViewController.hpp"
 #include "../lifecycle/QVZorbelDelegate.hpp"
@@ -30,6 +31,7 @@ constexpr Class (*classes[])() = {
     &registerSBLogHelper,
     &registerSBUtil,
     &registerSBZorbelConfigHelper,
+    &registerUIImageEffects,
     &registerZBWrappedApplicationDelegate,
     &registerZorbelUtil,
     &registerQVZorbelDelegate,
