@@ -40,14 +40,18 @@ function(qv_add_app_library app name)
   endif()
 endfunction()
 
-# qv_add_extension(APP NAME PLIST SOURCE...): an app extension that the app carries, as PlugIns/NAME.appex.
+# qv_add_extension(APP NAME PLIST [PLAIN] SOURCE...): an app extension that the app carries, as PlugIns/NAME.appex. With
+# PLAIN it is any program, which links nothing of the platform.
 function(qv_add_extension app name plist)
+  cmake_parse_arguments(arg "PLAIN" "" "" ${ARGN})
   set(target ${name}.appex)
   set(bundle "${CMAKE_BINARY_DIR}/apps/${app}.app/PlugIns/${target}")
-  add_executable(${target} ${ARGN})
-  qv_objc(${target})
-  qv_link_platform(${target})
-  target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}/Shared")
+  add_executable(${target} ${arg_UNPARSED_ARGUMENTS})
+  if(NOT arg_PLAIN)
+    qv_objc(${target})
+    qv_link_platform(${target})
+    target_include_directories(${target} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}/Shared")
+  endif()
   set_target_properties(${target} PROPERTIES OUTPUT_NAME ${name} RUNTIME_OUTPUT_DIRECTORY "${bundle}")
   configure_file(${plist} "${bundle}/Info.plist" COPYONLY)
   add_dependencies(${app}.app ${target})

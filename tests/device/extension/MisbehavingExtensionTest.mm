@@ -94,6 +94,15 @@ TEST_F(MisbehavingExtension, ThatHangsGoesWithItsHost) {
   EXPECT_TRUE(runUntilGone(pid));
 }
 
+TEST_F(MisbehavingExtension, OfWhichNoThreadRunsGoesWithItsHost) {
+  ask(@"wait");
+  ASSERT_TRUE(runUntilNoted(1));
+  const int pid = process();
+  ASSERT_EQ(::kill(pid, SIGSTOP), 0);
+  drop();
+  EXPECT_TRUE(runUntilGone(pid));
+}
+
 TEST_F(MisbehavingExtension, ThatHangsBeforeItIsShownGoesWithItsHost) {
   ask(@"hang while loading");
   runForAWhile();
