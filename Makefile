@@ -1,6 +1,6 @@
 # The commands a person types. `make help` lists them.
 .DEFAULT_GOAL := help
-.PHONY: help setup demo test bench ios asan tsan lint clean
+.PHONY: help setup demo test bench ios asan tsan arm64 arm64-core arm64-setup lint clean
 
 JOBS ?= $(shell nproc)
 
@@ -9,6 +9,7 @@ help:
 	@echo "make test    build all and run the tests"
 	@echo "make asan    the tests under AddressSanitizer and UBSan"
 	@echo "make tsan    the tests under ThreadSanitizer"
+	@echo "make arm64   the tests as arm64, under an emulator"
 	@echo "make bench   measure what the sandbox costs"
 	@echo "make ios     the framework for iPhones, iPads and their simulator, built and checked: build/ios/QVSandbox.xcframework"
 	@echo "make lint    format, static analysis, scripts, headers"
@@ -35,6 +36,20 @@ asan: setup
 tsan: setup
 	@$(call build,linux-tsan)
 	@scripts/test.sh linux-tsan
+
+# What makes the containers, and what confines, is this machine's.
+arm64-setup: setup
+	@scripts/arm64-root.sh
+	@$(call build,linux,qvdevice qvconfine)
+
+arm64: arm64-setup
+	@$(call build,linux-arm64)
+	@scripts/test.sh linux-arm64
+
+# What arm64's calling conventions can touch, and no more.
+arm64-core: arm64-setup
+	@$(call build,linux-arm64,arm64-core)
+	@scripts/test.sh linux-arm64-core
 
 bench: setup
 	@$(call build,linux)

@@ -1,5 +1,10 @@
 # Objective-C as Debian has it: GCC's runtime, GNUstep's Foundation, libBlocksRuntime's <Block.h>.
-execute_process(COMMAND gcc -print-file-name=include OUTPUT_VARIABLE gcc_include OUTPUT_STRIP_TRAILING_WHITESPACE)
+if(CMAKE_CROSSCOMPILING)
+  file(GLOB gcc_folder "${CMAKE_SYSROOT}/usr/lib/gcc/${CMAKE_CXX_COMPILER_TARGET}/*")
+  set(gcc_include "${gcc_folder}/include")
+else()
+  execute_process(COMMAND gcc -print-file-name=include OUTPUT_VARIABLE gcc_include OUTPUT_STRIP_TRAILING_WHITESPACE)
+endif()
 if(NOT EXISTS "${gcc_include}/objc/runtime.h")
   message(FATAL_ERROR "objc/runtime.h not found beside GCC's headers; run scripts/setup.sh")
 endif()
@@ -27,14 +32,18 @@ set(QV_OBJC_FLAGS
 # that the whole process is to use.
 find_library(QV_BLOCKS BlocksRuntime REQUIRED)
 find_library(QV_GNUSTEP_BASE gnustep-base REQUIRED)
-execute_process(COMMAND gcc -print-file-name=libobjc.so OUTPUT_VARIABLE QV_OBJC OUTPUT_STRIP_TRAILING_WHITESPACE)
+if(CMAKE_CROSSCOMPILING)
+  set(QV_OBJC "${gcc_folder}/libobjc.so")
+else()
+  execute_process(COMMAND gcc -print-file-name=libobjc.so OUTPUT_VARIABLE QV_OBJC OUTPUT_STRIP_TRAILING_WHITESPACE)
+endif()
 set(QV_FOUNDATION_LIBS ${QV_BLOCKS} ${QV_GNUSTEP_BASE} ${QV_OBJC})
 
 # The flags of a house written in Objective-C(++), with the device's headers.
 function(qv_objc target)
   target_compile_options(${target} PRIVATE
     "$<$<COMPILE_LANGUAGE:OBJC,OBJCXX>:${QV_OBJC_FLAGS}>"
-    "$<$<COMPILE_LANGUAGE:OBJC,OBJCXX>:SHELL:-isystem /usr/include/GNUstep>"
+    "$<$<COMPILE_LANGUAGE:OBJC,OBJCXX>:SHELL:-isystem ${CMAKE_SYSROOT}/usr/include/GNUstep>"
     "$<$<COMPILE_LANGUAGE:OBJC,OBJCXX>:SHELL:-idirafter ${gcc_include}>")
   target_include_directories(${target} PRIVATE "${PROJECT_SOURCE_DIR}/device/include" "${PROJECT_SOURCE_DIR}/sdk/include")
   target_link_libraries(${target} PRIVATE qv_warnings)
