@@ -1,5 +1,6 @@
-// The administrator changes something while the app runs: a command from outside, {"do": "set", "values": {...},
-// "message": "..."}.
+// Commands from outside. {"do": "set", "values": {...}, "message": "..."}: the administrator changes something while
+// the app runs. {"do": "authenticate"}: the user has to show who they are. {"do": "ask", "question": "..."}: the SDK
+// asks its delegate one of its questions.
 
 #import <QVDevice/QVDevice.h>
 #import <Zorbel/QVDevicePolicies.h>
@@ -31,6 +32,38 @@ NSString *set(NSDictionary *command) {
   return nil;
 }
 
+NSString *const questions[] = {@"isPasscodeExtensionActive", @"canAppDisplayPasscodeExtension"};
+
+/// What the delegate answers; the trace shows it.
+BOOL ask(id<ZorbelDelegate> delegate, NSString *question) {
+  const BOOL answer = [question isEqualToString:questions[0]] ? [delegate isPasscodeExtensionActive]
+                                                              : [delegate canAppDisplayPasscodeExtension];
+  QVDeviceTrace(@{@"kind" : @"ask", @"question" : question, @"answer" : [NSNumber numberWithBool:answer]});
+  return answer;
+}
+
+NSString *const nobody = @"nobody has made itself the SDK's delegate";
+
+NSString *askOne(NSDictionary *command) {
+  for (NSString *question : questions) {
+    if (![question isEqual:[command objectForKey:@"question"]]) continue;
+    id<ZorbelDelegate> const delegate = [[Zorbel sharedInstance] zorbelDelegate];
+    if (!delegate) return nobody;
+    ask(delegate, question);
+    return nil;
+  }
+  return [NSString stringWithFormat:@"\"question\" must be %@ or %@", questions[0], questions[1]];
+}
+
+/// Whoever cannot show the passcode extension is not asked to.
+NSString *authenticate() {
+  id<ZorbelDelegate> const delegate = [[Zorbel sharedInstance] zorbelDelegate];
+  if (!delegate) return nobody;
+  if (!ask(delegate, questions[1])) return @"the app cannot display the passcode extension";
+  [delegate authenticateUser];
+  return nil;
+}
+
 } // namespace
 
 @interface ZBCommands : NSObject
@@ -42,6 +75,12 @@ NSString *set(NSDictionary *command) {
   NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
   QVDeviceSetControlHandler(@"set", ^NSString *(NSDictionary *command) {
     return set(command);
+  });
+  QVDeviceSetControlHandler(@"ask", ^NSString *(NSDictionary *command) {
+    return askOne(command);
+  });
+  QVDeviceSetControlHandler(@"authenticate", ^NSString *(NSDictionary *) {
+    return authenticate();
   });
   [pool release];
 }

@@ -11,3 +11,6 @@ void QVDeviceTakeInputCommands(UIApplication* application);
 
 // What the user does with a share sheet, an open-in menu and the edit menu.
 void QVDeviceTakeMenuCommands(UIApplication* application);
+
+// What happens to the windows: an alert comes up, the app shows another window, the user turns the device.
+void QVDeviceTakeWindowCommands(UIApplication* application);

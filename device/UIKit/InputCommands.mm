@@ -6,23 +6,11 @@
 #import "InputModes.h"
 #import "Lifecycle.h"
 #import "TouchEvents.h"
+#import "Usable.h"
 
 #import <QVDevice/QVDevice.h>
 
 namespace {
-
-// Only an app that is on the screen and not covered hears of its user.
-NSString *notUsable(UIApplication *application) {
-  switch ([application applicationState]) {
-  case UIApplicationStateActive:
-    return nil;
-  case UIApplicationStateInactive:
-    return @"the app is not active";
-  case UIApplicationStateBackground:
-    return @"the app is in the background";
-  }
-  return nil;
-}
 
 void deliver(UIApplication *application, UITouch *touch, UITouchPhase phase) {
   NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
@@ -47,7 +35,7 @@ void touchAt(UIApplication *application, CGPoint point) {
 
 NSString *touch(UIApplication *application, NSDictionary *command) {
   if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[ @"x", @"y" ])) return problem;
-  if (NSString *const problem = notUsable(application)) return problem;
+  if (NSString *const problem = QVDeviceNotUsable(application)) return problem;
   const CGRect screen = [[UIScreen mainScreen] bounds];
   CGPoint point = CGPointMake(CGRectGetMidX(screen), CGRectGetMidY(screen));
   id const x = QVDeviceOptionalArgument(command, @"x"), y = QVDeviceOptionalArgument(command, @"y");
@@ -84,7 +72,7 @@ NSString *tap(UIApplication *application, NSDictionary *command) {
   NSString *problem = nil;
   NSString *const title = QVDeviceTextArgument(command, @"title", &problem);
   if (!title) return problem;
-  if ((problem = notUsable(application))) return problem;
+  if ((problem = QVDeviceNotUsable(application))) return problem;
   NSMutableArray *const buttons = [NSMutableArray array], *const meant = [NSMutableArray array];
   for (UIWindow *window in [application windows])
     collectButtons(window, buttons);
@@ -112,7 +100,7 @@ NSString *perform(UIApplication *application, NSDictionary *command) {
   NSString *problem = nil;
   NSString *const action = QVDeviceTextArgument(command, @"action", &problem);
   if (!action) return problem;
-  if ((problem = notUsable(application))) return problem;
+  if ((problem = QVDeviceNotUsable(application))) return problem;
   if (![application sendAction:NSSelectorFromString(action) to:nil from:nil forEvent:nil])
     return [NSString stringWithFormat:@"nobody answers \"%@\"", action];
   QVDeviceTrace(@{@"kind" : @"input", @"event" : @"perform", @"action" : action});
@@ -138,7 +126,7 @@ NSString *type(UIApplication *application, NSDictionary *command) {
   NSString *problem = nil;
   NSString *const text = QVDeviceTextArgument(command, @"text", &problem);
   if (!text) return problem;
-  if ((problem = notUsable(application))) return problem;
+  if ((problem = QVDeviceNotUsable(application))) return problem;
   if (!writer(&problem)) return problem;
   QVDeviceTrace(@{@"kind" : @"input", @"event" : @"type", @"text" : text});
   // Key by key, as a keyboard does: each may change who is written into.
@@ -157,7 +145,7 @@ NSString *dictate(UIApplication *application, NSDictionary *command) {
   NSString *problem = nil;
   NSString *const text = QVDeviceTextArgument(command, @"text", &problem);
   if (!text) return problem;
-  if ((problem = notUsable(application))) return problem;
+  if ((problem = QVDeviceNotUsable(application))) return problem;
   UIResponder<UIKeyInput> *const responder = [[writer(&problem) retain] autorelease];
   if (!responder) return problem;
   [UITextInputMode qvdevice_setDictating:YES];
@@ -171,9 +159,39 @@ NSString *dictate(UIApplication *application, NSDictionary *command) {
   return nil;
 }
 
+UITextField *fieldIn(UIView *view) {
+  if ([view isHidden] || [view alpha] == 0) return nil;
+  if ([view isKindOfClass:[UITextField class]] && [(UITextField *)view isEnabled]) return (UITextField *)view;
+  for (UIView *subview in [view subviews])
+    if (UITextField *const field = fieldIn(subview)) return field;
+  return nil;
+}
+
+NSString *showKeyboard(UIApplication *application) {
+  NSString *problem = nil;
+  if (writer(&problem)) return nil;
+  UITextField *field = nil;
+  for (UIWindow *window in [[application windows] reverseObjectEnumerator])
+    if ((field = fieldIn(window))) break;
+  if (!field) return @"there is no text field on the screen";
+  return [field becomeFirstResponder] ? nil : @"the text field will not be edited";
+}
+
+NSString *hideKeyboard() {
+  NSString *problem = nil;
+  UIResponder *const responder = writer(&problem);
+  if (!responder) return problem;
+  return [responder resignFirstResponder] ? nil : @"the first responder insists on being edited";
+}
+
+// Without "wish": from dictation back to the keys.
 NSString *keyboard(UIApplication *application, NSDictionary *command) {
-  if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[])) return problem;
-  if (NSString *const problem = notUsable(application)) return problem;
+  if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[ @"wish" ])) return problem;
+  if (NSString *const problem = QVDeviceNotUsable(application)) return problem;
+  id const wish = QVDeviceOptionalArgument(command, @"wish");
+  if ([wish isEqual:@"show"]) return showKeyboard(application);
+  if ([wish isEqual:@"hide"]) return hideKeyboard();
+  if (wish) return @"\"wish\" must be \"show\" or \"hide\"";
   [UITextInputMode qvdevice_setDictating:NO];
   return nil;
 }

@@ -7,6 +7,7 @@
 #import "OtherApps.h"
 #import "ShareSheet.h"
 #import "UICalloutBar.h"
+#import "Usable.h"
 
 #import <QVDevice/QVDevice.h>
 #import <UIKit/UIMenuController.h>
@@ -55,16 +56,12 @@ NSString *chooseEntry(UIApplication *application, NSString *title) {
   return nil;
 }
 
-NSString *notUsable(UIApplication *application) {
-  return [application applicationState] == UIApplicationStateActive ? nil : @"the app is not active";
-}
-
 NSString *choose(UIApplication *application, NSDictionary *command) {
   if (NSString *const unexpected = QVDeviceUnexpectedArgument(command, @[ @"title" ])) return unexpected;
   NSString *problem = nil;
   NSString *const title = QVDeviceTextArgument(command, @"title", &problem);
   if (!title) return problem;
-  if ((problem = notUsable(application))) return problem;
+  if ((problem = QVDeviceNotUsable(application))) return problem;
   if (UIActivityViewController *const sheet = [UIActivityViewController qvdevice_shown])
     return chooseActivity(sheet, title);
   if (UIDocumentInteractionController *const menu = [UIDocumentInteractionController qvdevice_shown])
@@ -75,7 +72,7 @@ NSString *choose(UIApplication *application, NSDictionary *command) {
 
 NSString *menu(UIApplication *application, NSDictionary *command) {
   if (NSString *const unexpected = QVDeviceUnexpectedArgument(command, @[])) return unexpected;
-  if (NSString *const problem = notUsable(application)) return problem;
+  if (NSString *const problem = QVDeviceNotUsable(application)) return problem;
   UIMenuController *const menu = [UIMenuController sharedMenuController];
   [menu setMenuVisible:YES animated:YES];
   return [menu isMenuVisible] ? nil : @"there is nothing to be done with what is selected";

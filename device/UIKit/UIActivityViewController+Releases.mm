@@ -7,11 +7,13 @@
 //   _performActivityOfType:                  yes   yes   yes
 //   _performActivity:                        yes   yes   yes   yes   yes   yes
 //   shareExtensionService...                                   yes
+//   setShouldMatchOnlyUserElectedExtensions:       yes   yes   yes   yes
 //
 // Up to 10 the sheet finds its activities in the app's process; the older two methods stand for that. In 11 part of it
 // moved to a service in a process of its own, which calls the app back (the two methods whose names begin with
 // shareExtensionService). 13 gave these callbacks other names, and 17 draws all of the sheet in the service and asks
-// the app only to perform. Between two releases of the table the older one's column holds.
+// the app only to perform. The last method of the table came with 8.3. Between two releases of the table the older
+// one's column holds.
 #import "ShareSheet.h"
 
 #import "OtherApps.h"
@@ -113,6 +115,15 @@ void askOfService(UIActivityViewController *self, QVDeviceOpenInActivity *activi
     askOfService(self, activity);
 }
 
+// The device has no extension that its user has not chosen: there is nothing to leave out.
+- (void)qvdevice_private_setShouldMatchOnlyUserElectedExtensions:(BOOL)onlyElected {
+  _matchesOnlyElected = onlyElected;
+}
+
+- (BOOL)qvdevice_private_shouldMatchOnlyUserElectedExtensions {
+  return _matchesOnlyElected;
+}
+
 // Nobody but the service makes requests; what is none names no app.
 - (void)qvdevice_private_shareExtensionServiceWillPerformInServiceActivityWithDataRequest:(id)request
                                                                       dismissPresentation:(BOOL)dismiss
@@ -150,6 +161,8 @@ void askOfService(UIActivityViewController *self, QVDeviceOpenInActivity *activi
       {"_availableActivities", before("17")},
       {"_performActivityOfType:", before("11")},
       {"_performActivity:", true},
+      {"setShouldMatchOnlyUserElectedExtensions:", !before("8.3") && before("17")},
+      {"shouldMatchOnlyUserElectedExtensions", !before("8.3") && before("17")},
       {kWillPerform, calledBack},
       {kRequestPerform, calledBack},
   };

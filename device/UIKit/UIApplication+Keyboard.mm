@@ -1,5 +1,7 @@
 #import "Keyboard.h"
 
+#import "SystemWindows.h"
+
 #import <UIKit/UIDevice.h>
 
 #import <QVDevice/QVDevice.h>
@@ -13,7 +15,18 @@ constexpr NSInteger extensionsVersion = 8;
 
 @implementation UIApplication (QVDeviceKeyboard)
 
-- (void)qvdevice_keyboardIsShown {
+- (void)qvdevice_showKeyboard {
+  [self qvdevice_askForKeyboards];
+  [[UITextEffectsWindow sharedTextEffectsWindow] setHidden:NO];
+}
+
+- (void)qvdevice_hideKeyboard {
+  // Not the shared one, which is first made when it is needed.
+  for (UIWindow *window in [self windows])
+    if ([window isKindOfClass:[UITextEffectsWindow class]]) [window setHidden:YES];
+}
+
+- (void)qvdevice_askForKeyboards {
   static BOOL asked;
   if (asked || [[[UIDevice currentDevice] systemVersion] integerValue] < extensionsVersion) return;
   if (![_delegate respondsToSelector:@selector(application:shouldAllowExtensionPointIdentifier:)]) return;

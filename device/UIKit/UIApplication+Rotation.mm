@@ -31,6 +31,22 @@ UIInterfaceOrientation wayUp(UIDeviceOrientation held) {
   }
 }
 
+NSString *nameOf(UIInterfaceOrientation orientation) {
+  switch (orientation) {
+  case UIInterfaceOrientationPortrait:
+    return @"portrait";
+  case UIInterfaceOrientationPortraitUpsideDown:
+    return @"portraitUpsideDown";
+  case UIInterfaceOrientationLandscapeLeft:
+    return @"landscapeLeft";
+  case UIInterfaceOrientationLandscapeRight:
+    return @"landscapeRight";
+  case UIInterfaceOrientationUnknown:
+    break;
+  }
+  return @"unknown";
+}
+
 UIInterfaceOrientationMask bit(UIInterfaceOrientation orientation) { return 1UL << orientation; }
 
 // What the app says in its Info.plist, of this idiom or of all; every way that the device has where it says nothing.
@@ -93,7 +109,7 @@ UIInterfaceOrientationMask listedByApp() {
   const BOOL may = [self qvdevice_may:controller turnTo:wanted in:window];
   QVDeviceTrace(@{
     @"kind" : @"rotation",
-    @"orientation" : [NSNumber numberWithInteger:wanted],
+    @"orientation" : nameOf(wanted),
     @"asked" : NSStringFromClass([controller class]),
     @"allowed" : [NSNumber numberWithBool:may]
   });

@@ -35,6 +35,7 @@ void launch(NSString *principalClassName, NSString *delegateClassName) {
   QVDeviceTakeLifecycleCommands(application);
   QVDeviceTakeInputCommands(application);
   QVDeviceTakeMenuCommands(application);
+  QVDeviceTakeWindowCommands(application);
   [application qvdevice_launch];
   [pool release];
 }

@@ -6,12 +6,21 @@
 namespace {
 // One app has one first responder; it is not kept alive by being that.
 UIResponder *firstResponder;
+// While the role goes from one to the next: who will have it. The keyboard stays for one that takes text, too.
+UIResponder *next;
+
+bool takesText(UIResponder *responder) { return [responder respondsToSelector:@selector(insertText:)]; }
+
+void hideKeyboard() { [[UIApplication sharedApplication] qvdevice_hideKeyboard]; }
 } // namespace
 
 @implementation UIResponder
 
 - (void)dealloc {
-  if (firstResponder == self) firstResponder = nil;
+  if (firstResponder == self) {
+    firstResponder = nil;
+    if (takesText(self)) hideKeyboard();
+  }
   [super dealloc];
 }
 
@@ -34,10 +43,21 @@ UIResponder *firstResponder;
 - (BOOL)becomeFirstResponder {
   if (firstResponder == self) return YES;
   if (![self canBecomeFirstResponder]) return NO;
-  if (firstResponder && ![firstResponder resignFirstResponder]) return NO;
+  if (![self qvdevice_takeOverFromFirstResponder]) return NO;
   firstResponder = self;
   [self qvdevice_didBecomeFirstResponder];
   return YES;
+}
+
+- (BOOL)qvdevice_takeOverFromFirstResponder {
+  if (!firstResponder) return YES;
+  UIResponder *const before = next;
+  next = self;
+  @try {
+    return [firstResponder resignFirstResponder];
+  } @finally {
+    next = before;
+  }
 }
 
 - (BOOL)resignFirstResponder {
@@ -90,12 +110,13 @@ UIResponder *firstResponder;
 }
 
 - (void)qvdevice_didBecomeFirstResponder {
-  if ([self respondsToSelector:@selector(insertText:)]) [[UIApplication sharedApplication] qvdevice_keyboardIsShown];
+  if (takesText(self)) [[UIApplication sharedApplication] qvdevice_showKeyboard];
 }
 
 // The keyboard goes with the one that it wrote into.
 - (void)qvdevice_didResignFirstResponder {
   [UITextInputMode qvdevice_editingEnded];
+  if (takesText(self) && !takesText(next)) hideKeyboard();
 }
 
 @end

@@ -25,6 +25,8 @@
 - (UIResponder *)qvdevice_frontmostResponder;
 // The root controller, or the uppermost of those above it that leave nothing else on the screen.
 - (UIViewController *)qvdevice_controllerThatFillsIt;
+// NO for a window that shows only what belongs to what is being done in another.
+- (BOOL)qvdevice_canBecomeKey;
 // NO for the system's own windows that come and go over the app's.
 - (BOOL)qvdevice_decidesOnRotation;
 @end

@@ -43,7 +43,7 @@ void resignKey() {
 }
 
 void becomeKey(UIWindow *window) {
-  if (key == window) return;
+  if (key == window || ![window qvdevice_canBecomeKey]) return;
   // Whoever is told that a window is key no longer may make one key, which is then told too. It is not asked again:
   // it may do so each time.
   resignKey();
@@ -256,6 +256,10 @@ void findAnotherKey() {
 
 - (UIViewController *)qvdevice_controllerThatFillsIt {
   return [[_rootViewController qvdevice_shownFromHere] firstObject];
+}
+
+- (BOOL)qvdevice_canBecomeKey {
+  return YES;
 }
 
 - (BOOL)qvdevice_decidesOnRotation {

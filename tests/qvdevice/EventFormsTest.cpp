@@ -90,6 +90,29 @@ TEST(Event, forAnExtensionHoldsWhatIsDoneInIt) {
   EXPECT_EQ(events[3].command.dump(), R"({"do":"kill"})");
 }
 
+TEST(Event, ofTheWindowsHoldsWhatHappensToWhich) {
+  EXPECT_EQ(commandOf("windows"), R"({"do":"windows"})");
+  EXPECT_EQ(commandOf("window show Banner"), R"({"do":"window","wish":"show","name":"Banner"})");
+  EXPECT_EQ(commandOf("window show Banner 2000.5"), R"({"do":"window","wish":"show","name":"Banner","level":2000.5})");
+  EXPECT_EQ(commandOf("window show A normal"), R"({"do":"window","wish":"show","name":"A","level":0.0})");
+  EXPECT_EQ(commandOf("window show A statusBar"), R"({"do":"window","wish":"show","name":"A","level":1000.0})");
+  EXPECT_EQ(commandOf("window show A alert # above"), R"({"do":"window","wish":"show","name":"A","level":2000.0})");
+  EXPECT_EQ(commandOf("window key A"), R"({"do":"window","wish":"key","name":"A"})");
+  EXPECT_EQ(commandOf("window hide A"), R"({"do":"window","wish":"hide","name":"A"})");
+  EXPECT_EQ(commandOf("window close A"), R"({"do":"window","wish":"close","name":"A"})");
+  EXPECT_EQ(commandOf("alert Saved at last"), R"({"do":"alert","title":"Saved at last"})");
+  EXPECT_EQ(commandOf("keyboard show"), R"({"do":"keyboard","wish":"show"})");
+  EXPECT_EQ(commandOf("keyboard hide"), R"({"do":"keyboard","wish":"hide"})");
+  EXPECT_EQ(commandOf("rotate landscapeLeft"), R"({"do":"rotate","orientation":"landscapeLeft"})");
+}
+
+TEST(Event, ofTheSdkHoldsWhatItAsks) {
+  EXPECT_EQ(commandOf("authenticate"), R"({"do":"authenticate"})");
+  EXPECT_EQ(commandOf("ask isPasscodeExtensionActive"), R"({"do":"ask","question":"isPasscodeExtensionActive"})");
+  EXPECT_EQ(commandOf("ask canAppDisplayPasscodeExtension"),
+            R"({"do":"ask","question":"canAppDisplayPasscodeExtension"})");
+}
+
 TEST(Events, areReadWithTheirLinesAndEndWithTheEndOfTheApp) {
   const std::vector<Event> events = eventsOf("# first\n\n  wait 20\nresign");
   ASSERT_EQ(events.size(), 3u);

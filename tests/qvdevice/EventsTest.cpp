@@ -97,7 +97,7 @@ TEST(Events, withAnActionThatIsNoSelectorAreRefused) {
 }
 
 TEST(Events, thatTakeNothingAreRefusedWithSomething) {
-  EXPECT_EQ(refusal("keyboard normal"), "1:10: \"normal\" is too much after keyboard\n");
+  EXPECT_EQ(refusal("keyboard normal"), "1:10: keyboard needs nothing or one word (show, hide); \"normal\" is none\n");
   EXPECT_EQ(refusal("ends now"), "1:6: \"now\" is too much after ends\n");
 }
 
@@ -117,6 +117,25 @@ TEST(Events, fromAFileThatIsNotThereAreRefused) {
   EXPECT_EQ(ended.status, 66);
   EXPECT_EQ(ended.out, "");
   EXPECT_EQ(ended.err, "qvdevice: the events file /nowhere/events cannot be read\n");
+}
+
+TEST(Events, ofWindowsAndTheSdkThatAreIncompleteOrWrongAreRefused) {
+  EXPECT_EQ(refusal("window"), "1:7: window needs what happens to it (show, key, hide, close)\n");
+  EXPECT_EQ(refusal("window shut A"),
+            "1:8: window needs what happens to it (show, key, hide, close); \"shut\" is none\n");
+  EXPECT_EQ(refusal("window key"), "1:11: window key needs the window's name\n");
+  EXPECT_EQ(refusal("window show A high"),
+            "1:15: a window's level is a number, normal, statusBar or alert; \"high\" is none\n");
+  EXPECT_EQ(refusal("window show A inf"),
+            "1:15: a window's level is a number, normal, statusBar or alert; \"inf\" is none\n");
+  EXPECT_EQ(refusal("window close A 3"), "1:16: \"3\" is too much after window\n");
+  EXPECT_EQ(refusal("windows A"), "1:9: \"A\" is too much after windows\n");
+  EXPECT_EQ(refusal("alert"), "1:6: alert needs a title\n");
+  EXPECT_EQ(refusal("rotate left"),
+            "1:8: rotate needs the way in which the device is held (portrait, portraitUpsideDown, landscapeLeft, "
+            "landscapeRight, faceUp, faceDown); \"left\" is none\n");
+  EXPECT_EQ(refusal("authenticate me"), "1:14: \"me\" is too much after authenticate\n");
+  EXPECT_EQ(refusal("ask"), "1:4: ask needs a question (isPasscodeExtensionActive, canAppDisplayPasscodeExtension)\n");
 }
 
 } // namespace

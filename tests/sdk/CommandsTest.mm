@@ -38,7 +38,7 @@ struct Heard {
   std::vector<std::string> told;
 };
 
-Heard listen(const std::string &commands) {
+Heard listen(const std::string &commands, const char *variable = nullptr) {
   std::array<int, 2> control{};
   std::array<int, 2> output{};
   EXPECT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, control.data()), 0);
@@ -50,6 +50,7 @@ Heard listen(const std::string &commands) {
     close(output[0]);
     close(output[1]);
     setenv("QVDEVICE_CONTROL_FD", std::to_string(control[1]).c_str(), 1);
+    if (variable) setenv(variable, "1", 1);
     execl(SDK_LISTENER, SDK_LISTENER, nullptr);
     _exit(127);
   }
@@ -112,6 +113,39 @@ TEST(SetCommand, withoutValuesChangesNothing) {
   const Heard heard = listen("{\"do\": \"set\", \"values\": {}, \"message\": \"x\"}\n");
   EXPECT_THAT(heard.answers, ElementsAre(kOk));
   EXPECT_THAT(heard.told, ElementsAre("0 0"));
+}
+
+TEST(AuthenticateCommand, asksWhetherTheAppCanShowTheExtensionAndThenForTheUser) {
+  const Heard heard = listen("{\"do\": \"authenticate\"}\n", "LISTENER_ABLE");
+  EXPECT_THAT(heard.answers, ElementsAre(kOk));
+  EXPECT_THAT(heard.told, ElementsAre("able?", "authenticate", "0 0"));
+}
+
+TEST(AuthenticateCommand, isRefusedByAnAppThatCannotShowTheExtension) {
+  const Heard heard = listen("{\"do\": \"authenticate\"}\n");
+  EXPECT_THAT(heard.answers, ElementsAre(R"({"error":"the app cannot display the passcode extension","ok":false})"));
+  EXPECT_THAT(heard.told, ElementsAre("able?", "0 0"));
+}
+
+TEST(AskCommand, asksTheDelegateOneQuestion) {
+  const Heard heard = listen(R"({"do": "ask", "question": "isPasscodeExtensionActive"}
+{"do": "ask", "question": "canAppDisplayPasscodeExtension"}
+{"do": "ask", "question": "isReady"}
+{"do": "ask"}
+)");
+  const char *const unknown =
+      R"({"error":"\"question\" must be isPasscodeExtensionActive or canAppDisplayPasscodeExtension","ok":false})";
+  EXPECT_THAT(heard.answers, ElementsAre(kOk, kOk, unknown, unknown));
+  EXPECT_THAT(heard.told, ElementsAre("active?", "able?", "0 0"));
+}
+
+TEST(AskCommand, isRefusedWithoutADelegate) {
+  const Heard heard = listen(R"({"do": "ask", "question": "isPasscodeExtensionActive"}
+{"do": "authenticate"}
+)",
+                             "LISTENER_DEAF");
+  const char *const nobody = R"({"error":"nobody has made itself the SDK's delegate","ok":false})";
+  EXPECT_THAT(heard.answers, ElementsAre(nobody, nobody));
 }
 
 } // namespace

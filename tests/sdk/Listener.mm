@@ -12,8 +12,9 @@ int main() {
   NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
   QVListeningDelegate *const delegate = [[QVListeningDelegate alloc] init];
   delegate->whenTold = [delegate] { std::puts(delegate->heard.back().c_str()); };
+  delegate->able = std::getenv("LISTENER_ABLE") != nullptr;
   Zorbel *const sdk = [Zorbel initPrivateWithDelegate:nil version:@"1" swizzledMethods:nil];
-  [sdk setZorbelDelegate:delegate];
+  if (!std::getenv("LISTENER_DEAF")) [sdk setZorbelDelegate:delegate];
   QVDeviceSetControlHandler(@"end", ^NSString *(NSDictionary *) {
     std::printf("%d %ld\n", [sdk isReady], static_cast<long>([sdk printPolicy]));
     std::exit(EXIT_SUCCESS);

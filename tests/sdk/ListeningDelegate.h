@@ -12,5 +12,7 @@
   std::vector<std::string> heard;
   /// Called after each note.
   std::function<void()> whenTold;
+  /// What it answers to the SDK's questions.
+  BOOL active, able;
 }
 @end

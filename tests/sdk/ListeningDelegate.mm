@@ -41,14 +41,17 @@
 }
 
 - (BOOL)isPasscodeExtensionActive {
-  return NO;
+  [self note:@"active?"];
+  return active;
 }
 
 - (BOOL)canAppDisplayPasscodeExtension {
-  return NO;
+  [self note:@"able?"];
+  return able;
 }
 
 - (void)authenticateUser {
+  [self note:@"authenticate"];
 }
 
 @end

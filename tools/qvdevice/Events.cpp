@@ -133,6 +133,63 @@ void readType(EventLine& line, Event& event) { event.command["text"] = line.text
 
 void readExtension(EventLine& line, Event& event);
 
+void readAlert(EventLine& line, Event& event) { event.command["title"] = line.text("alert needs a title"); }
+
+/// One word of a list; `what` says what it is.
+std::string oneOf(EventLine& line, const std::string& what, std::initializer_list<std::string_view> words) {
+  const std::string_view word = line.word();
+  if (std::find(words.begin(), words.end(), word) != words.end()) {
+    return std::string(word);
+  }
+  std::string list;
+  for (const std::string_view each : words) {
+    list += (list.empty() ? "" : ", ") + std::string(each);
+  }
+  line.refuse(what + " (" + list + ")" + (word.empty() ? "" : "; " + quoted(word) + " is none"));
+}
+
+void readAsk(EventLine& line, Event& event) {
+  event.command["question"] =
+      oneOf(line, "ask needs a question", {"isPasscodeExtensionActive", "canAppDisplayPasscodeExtension"});
+}
+
+void readRotate(EventLine& line, Event& event) {
+  event.command["orientation"] =
+      oneOf(line, "rotate needs the way in which the device is held",
+            {"portrait", "portraitUpsideDown", "landscapeLeft", "landscapeRight", "faceUp", "faceDown"});
+}
+
+void readKeyboard(EventLine& line, Event& event) {
+  if (!line.atEnd()) {
+    event.command["wish"] = oneOf(line, "keyboard needs nothing or one word", {"show", "hide"});
+  }
+}
+
+double readLevel(EventLine& line) {
+  const std::string_view word = line.word();
+  if (word == "normal" || word == "statusBar" || word == "alert") {
+    return word == "normal" ? 0 : word == "alert" ? 2000 : 1000;
+  }
+  double level = 0;
+  if (!parsed(word, level) || !std::isfinite(level)) {
+    line.refuse("a window's level is a number, normal, statusBar or alert; " + quoted(word) + " is none");
+  }
+  return level;
+}
+
+void readWindow(EventLine& line, Event& event) {
+  const std::string wish = oneOf(line, "window needs what happens to it", {"show", "key", "hide", "close"});
+  event.command["wish"] = wish;
+  const std::string_view name = line.word();
+  if (name.empty()) {
+    line.refuse("window " + wish + " needs the window's name");
+  }
+  event.command["name"] = name;
+  if (wish == "show" && !line.atEnd()) {
+    event.command["level"] = readLevel(line);
+  }
+}
+
 void readNothing(EventLine&, Event&) {}
 
 struct Form {
@@ -155,8 +212,14 @@ constexpr std::array kForms{Form{"activate", Kind::kCommand, "becomeActive", rea
                             Form{"choose", Kind::kCommand, "choose", readChoose},
                             Form{"type", Kind::kCommand, "type", readType},
                             Form{"dictate", Kind::kCommand, "dictate", readType},
-                            Form{"keyboard", Kind::kCommand, "keyboard", readNothing},
                             Form{"extension", Kind::kExtension, "", readExtension},
+                            Form{"keyboard", Kind::kCommand, "keyboard", readKeyboard},
+                            Form{"alert", Kind::kCommand, "alert", readAlert},
+                            Form{"window", Kind::kCommand, "window", readWindow},
+                            Form{"windows", Kind::kCommand, "windows", readNothing},
+                            Form{"rotate", Kind::kCommand, "rotate", readRotate},
+                            Form{"authenticate", Kind::kCommand, "authenticate", readNothing},
+                            Form{"ask", Kind::kCommand, "ask", readAsk},
                             Form{"wait", Kind::kWait, "", readWait},
                             Form{"ends", Kind::kEnds, "", readNothing},
                             Form{"terminate", Kind::kTerminate, "terminate", readNothing}};

@@ -88,6 +88,14 @@ public:
       entry("extension", extensionInWords(record), Colour::kCyan);
     } else if (kind == "sdk") {
       call(record);
+    } else if (kind == "ask") {
+      entry("sdk", "asks " + answerInWords(record));
+    } else if (kind == "rotation") {
+      entry("screen", rotationInWords(record), Colour::kCyan);
+    } else if (kind == "windows") {
+      for (const std::string& row : windowsInWords(record)) {
+        entry("windows", row);
+      }
     } else if (verbose_) {
       entry(kind, record.dump(-1, ' ', false, Json::error_handler_t::replace), Colour::kDim);
     }

@@ -1,5 +1,6 @@
 #include "Words.h"
 
+#include <algorithm>
 #include <map>
 
 namespace qvdevice {
@@ -97,6 +98,49 @@ std::string extensionInWords(const Json& record) {
          (reason.empty() ? "" : ": " + reason);
 }
 
+static std::string numberInWords(const Json& number) {
+  std::string text = dumped(number);
+  return text.ends_with(".0") ? text.substr(0, text.size() - 2) : text;
+}
+
+static std::string windowInWords(const Json& command) {
+  const std::string wish = textOf(command, "wish");
+  const std::string window = "the window " + dumped(command["name"]);
+  if (wish == "show") {
+    return "the app shows " + window +
+           (command.contains("level") ? " at level " + numberInWords(command["level"]) : "");
+  }
+  return wish == "key" ? "the app makes " + window + " key" : "the app " + wish + "s " + window;
+}
+
+std::vector<std::string> windowsInWords(const Json& record) {
+  std::vector<std::string> rows{"level     visible  key  window"};
+  const auto column = [](std::string text, std::size_t width) {
+    text.resize(std::max(width, text.size() + 1), ' ');
+    return text;
+  };
+  const auto yesOrNo = [](const Json& window, const char* key) { return window.value(key, false) ? "yes" : "no"; };
+  for (const Json& window : record.value("windows", Json::array())) {
+    std::string controllers;
+    for (const Json& each : window.value("controllers", Json::array())) {
+      controllers += (controllers.empty() ? ": " : " > ") + (each.is_string() ? each.get<std::string>() : dumped(each));
+    }
+    rows.push_back(column(numberInWords(window.value("level", Json(0))), 10) + column(yesOrNo(window, "visible"), 9) +
+                   column(yesOrNo(window, "key"), 5) + textOf(window, "class") + controllers);
+  }
+  return rows;
+}
+
+std::string answerInWords(const Json& record) {
+  return textOf(record, "question") + ": " + (record.value("answer", false) ? "yes" : "no");
+}
+
+std::string rotationInWords(const Json& record) {
+  return textOf(record, "asked") +
+         (record.value("allowed", false) ? " lets the screen turn to " : " does not let the screen turn to ") +
+         textOf(record, "orientation");
+}
+
 static constexpr std::string_view kInExtension = "extension ";
 
 std::string eventInWords(const Event& event) {
@@ -143,7 +187,28 @@ std::string eventInWords(const Event& event) {
     return "the user dictates " + dumped(command["text"]);
   }
   if (event.name == "keyboard") {
-    return "the user goes back to the keyboard";
+    const std::string wish = textOf(command, "wish");
+    return wish == "show"   ? "the keyboard comes up"
+           : wish == "hide" ? "the user puts the keyboard away"
+                            : "the user goes back to the keyboard";
+  }
+  if (event.name == "alert") {
+    return "the app shows the alert " + dumped(command["title"]);
+  }
+  if (event.name == "window") {
+    return windowInWords(command);
+  }
+  if (event.name == "windows") {
+    return "the windows, the frontmost first";
+  }
+  if (event.name == "rotate") {
+    return "the user turns the device: " + textOf(command, "orientation");
+  }
+  if (event.name == "authenticate") {
+    return "the SDK wants the user's passcode";
+  }
+  if (event.name == "ask") {
+    return "the SDK asks " + textOf(command, "question");
   }
   return event.name;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <nlohmann/json.hpp>
 
@@ -24,6 +25,12 @@ std::string wayOutInWords(const nlohmann::ordered_json& record);
 std::string offerInWords(const nlohmann::ordered_json& record);
 /// What becomes of an app extension that the app asked for.
 std::string extensionInWords(const nlohmann::ordered_json& record);
+/// The windows as a table, its heading first, a line each.
+std::vector<std::string> windowsInWords(const nlohmann::ordered_json& record);
+/// A question of the SDK's and what its delegate answered.
+std::string answerInWords(const nlohmann::ordered_json& record);
+/// Whether the screen turns with the device.
+std::string rotationInWords(const nlohmann::ordered_json& record);
 /// What is done to the app.
 std::string eventInWords(const Event& event);
 

@@ -16,6 +16,7 @@ typedef void (^UIActivityViewControllerCompletionWithItemsHandler)(UIActivityTyp
   NSArray *_excludedActivityTypes;
   NSArray *_offered;
   UIActivityViewControllerCompletionWithItemsHandler _completionWithItemsHandler;
+  BOOL _matchesOnlyElected;
 }
 
 - (instancetype)initWithActivityItems:(NSArray *)activityItems applicationActivities:(NSArray *)applicationActivities;

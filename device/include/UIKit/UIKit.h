@@ -4,6 +4,8 @@
 #import <Foundation/Foundation.h>
 #import <UIKit/UIActivity.h>
 #import <UIKit/UIActivityViewController.h>
+#import <UIKit/UIAlertController.h>
+#import <UIKit/UIAlertView.h>
 #import <UIKit/UIApplication.h>
 #import <UIKit/UIButton.h>
 #import <UIKit/UIColor.h>

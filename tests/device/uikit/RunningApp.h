@@ -134,11 +134,14 @@ public:
   }
 
   // What was traced of the user's and other apps' doings so far, without the time.
-  std::vector<std::string> inputs() const {
+  std::vector<std::string> inputs() const { return traced("input"); }
+
+  // What was traced of a kind so far, without kind and time.
+  std::vector<std::string> traced(const std::string& kind) const {
     std::vector<std::string> found;
     for (const std::string& line : traces_) {
       auto trace = nlohmann::ordered_json::parse(line);
-      if (trace.at("kind") != "input") continue;
+      if (trace.at("kind") != kind) continue;
       trace.erase("kind");
       trace.erase("t");
       found.push_back(trace.dump());
