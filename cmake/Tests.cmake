@@ -1,12 +1,43 @@
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
-# qv_add_test(NAME SOURCES file... [LIBS lib...] [INSTALL app...]): one GoogleTest binary; ctest runs each of its tests in a process and a
-# container of its own, which is also how the binary lists its tests: when ctest runs, with the sanitizers' options that
-# the test presets set. With INSTALL there is a device on which these apps of the build are installed.
+# Most of the time that a test takes to compile goes into headers that nearly all of them include: these are compiled once.
+# Each test includes what it needs all the same. A test is run once: little optimisation, and of the debugging information
+# what a stack trace shows. With a compiler cache neither is a gain: what it has seen is not compiled at all.
+if(CMAKE_CXX_COMPILER_LAUNCHER)
+  set(quickly OFF)
+else()
+  set(quickly ON)
+endif()
+option(QV_COMPILE_TESTS_QUICKLY "Compile the tests with precompiled headers and little optimisation" ${quickly})
+set(QV_QUICK_TEST_OPTIONS "$<$<CONFIG:RelWithDebInfo>:-O1;-g1>")
+
+# The target whose precompiled headers the tests use.
+function(qv_precompile_test_headers)
+  add_executable(qv_test_headers EXCLUDE_FROM_ALL "${PROJECT_SOURCE_DIR}/tests/Precompiled.cpp"
+    "${PROJECT_SOURCE_DIR}/tests/Precompiled.mm")
+  qv_objc(qv_test_headers)
+  target_link_libraries(qv_test_headers PRIVATE GTest::gtest GTest::gmock ${QV_FOUNDATION_LIBS})
+  target_compile_options(qv_test_headers PRIVATE "${QV_QUICK_TEST_OPTIONS}")
+  target_precompile_headers(qv_test_headers PRIVATE
+    "$<$<COMPILE_LANGUAGE:OBJCXX>:<UIKit/UIKit.h$<ANGLE-R>>"
+    <algorithm> <array> <filesystem> <fstream> <functional> <map> <optional> <sstream> <string> <thread> <vector>
+    <gmock/gmock.h> <gtest/gtest.h> <nlohmann/json.hpp>)
+endfunction()
+
+# qv_add_test(NAME SOURCES file... [LIBS lib...] [INSTALL app...]): one GoogleTest binary; ctest runs each of its tests in a
+# process and a container of its own, which is also how the binary lists its tests: when ctest runs, with the sanitizers'
+# options that the test presets set. With INSTALL there is a device on which these apps of the build are installed.
 function(qv_add_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LIBS;INSTALL" ${ARGN})
   add_executable(${name} ${arg_SOURCES})
+  if(QV_COMPILE_TESTS_QUICKLY)
+    if(NOT TARGET qv_test_headers)
+      qv_precompile_test_headers()
+    endif()
+    target_compile_options(${name} PRIVATE "${QV_QUICK_TEST_OPTIONS}")
+    target_precompile_headers(${name} REUSE_FROM qv_test_headers)
+  endif()
   qv_objc(${name})
   qv_link_platform(${name})
   target_link_libraries(${name} PRIVATE ${arg_LIBS} Zorbel GTest::gtest GTest::gmock GTest::gtest_main)

@@ -2,6 +2,7 @@
 #import <Zorbel/Zorbel.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <set>
@@ -52,6 +53,7 @@ std::string shownBy(const std::function<void()> &action) {
   std::fflush(stdout);
   const int before = dup(STDOUT_FILENO);
   const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND, 0600);
+  if (before < 0 || file < 0) std::abort();
   dup2(file, STDOUT_FILENO);
   action();
   std::fflush(stdout);

@@ -1,0 +1,1 @@
+// The target that the tests' precompiled headers belong to has a source of each language.
