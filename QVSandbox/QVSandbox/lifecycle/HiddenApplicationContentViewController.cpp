@@ -7,9 +7,6 @@ namespace qvsb {
 
 namespace {
 
-constexpr UIInterfaceOrientationMask kPortrait = 2;
-constexpr UIInterfaceOrientationMask kAllOrientations = 30;
-
 class Implementation : public Implements<Implementation> {
 public:
   static constexpr const char* className = "HiddenApplicationContentViewController";
@@ -36,10 +33,7 @@ public:
     if (orientations_ != 0) {
       return orientations_;
     }
-    const UIDevice device = UIDevice::currentDevice();
-    const bool pad =
-        device.respondsToSelector("userInterfaceIdiom"_sel) && device.userInterfaceIdiom() == UIUserInterfaceIdiom::pad;
-    return pad ? kAllOrientations : kPortrait;
+    return isPad(UIDevice::currentDevice()) ? UIInterfaceOrientationMaskAll : UIInterfaceOrientationMaskPortrait;
   }
 
   static constexpr MethodEntry instanceMethods[] = {

@@ -4,8 +4,6 @@
 
 namespace qvsb {
 
-using UIInterfaceOrientationMask = NSUInteger;
-
 /// The root of a window that covers the host app's content: it shows nothing and settles only how the window rotates.
 /// Main thread.
 class HiddenApplicationContentViewController : public NSObject {

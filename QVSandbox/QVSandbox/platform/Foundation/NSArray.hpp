@@ -7,6 +7,7 @@ namespace qvsb {
 class NSArray : public NSObject {
   QVSB_HANDLE(NSArray, NSObject)
   QVSB_CLASS_METHOD(NSArray, array, "array")
+  QVSB_CLASS_METHOD(NSArray, arrayWithObject, "arrayWithObject:", Object)
   QVSB_METHOD(NSUInteger, count, "count")
   QVSB_METHOD(Object, objectAtIndex, "objectAtIndex:", NSUInteger)
   QVSB_METHOD(Object, firstObject, "firstObject")
@@ -19,6 +20,7 @@ class NSMutableArray : public NSArray {
   QVSB_METHOD(void, addObject, "addObject:", Object)
   QVSB_CLASS_METHOD(NSMutableArray, arrayWithArray, "arrayWithArray:", NSArray)
   QVSB_METHOD(void, removeObjectAtIndex, "removeObjectAtIndex:", NSUInteger)
+  QVSB_METHOD(void, removeAllObjects, "removeAllObjects")
 };
 
 } // namespace qvsb

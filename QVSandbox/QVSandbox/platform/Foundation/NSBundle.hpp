@@ -9,6 +9,7 @@ class NSBundle : public NSObject {
   QVSB_CLASS_METHOD(NSBundle, mainBundle, "mainBundle")
   /// What its Info.plist holds.
   QVSB_METHOD(NSDictionary, infoDictionary, "infoDictionary")
+  QVSB_METHOD(NSString, bundleIdentifier, "bundleIdentifier")
   QVSB_METHOD(NSString, executablePath, "executablePath")
 };
 

@@ -22,6 +22,8 @@ class NSMutableDictionary : public NSDictionary {
   QVSB_HANDLE(NSMutableDictionary, NSDictionary)
   QVSB_CLASS_METHOD(NSMutableDictionary, dictionary, "dictionary")
   QVSB_METHOD(void, setObject_forKey, "setObject:forKey:", Object, Object)
+  /// A nil value removes what the key stands for.
+  QVSB_METHOD(void, setValue_forKey, "setValue:forKey:", Object, NSString)
   QVSB_METHOD(void, removeObjectForKey, "removeObjectForKey:", Object)
 };
 

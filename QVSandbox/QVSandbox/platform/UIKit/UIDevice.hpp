@@ -13,4 +13,10 @@ class UIDevice : public NSObject {
   QVSB_METHOD(UIUserInterfaceIdiom, userInterfaceIdiom, "userInterfaceIdiom")
 };
 
+/// Whether the device is a pad; one that does not know its kind is none.
+inline bool isPad(UIDevice device) {
+  return device.respondsToSelector("userInterfaceIdiom"_sel) &&
+         device.userInterfaceIdiom() == UIUserInterfaceIdiom::pad;
+}
+
 } // namespace qvsb
