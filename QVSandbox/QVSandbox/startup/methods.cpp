@@ -1,5 +1,9 @@
 #include "methods.hpp"
 
+#include "../Extension/AppWindowInfo.hpp"
+#include "../Extension/QVSBApplicationExtensionViewController.hpp"
+#include "../Extension/QVSBPasscodeExtensionManager.hpp"
+#include "../Extension/QVSBPasscodeExtensionWindowViewController.hpp"
 #include "../Extension/UIImageEffects.hpp"
 #include "../diagnostics/SBUtil.hpp"
 #include "../lifecycle/HiddenApplicationContentViewController.hpp"
@@ -35,6 +39,10 @@ constexpr Class (*classes[])() = {
     &registerZBWrappedApplicationDelegate,
     &registerZorbelUtil,
     &registerQVZorbelDelegate,
+    &registerAppWindowInfo,
+    &registerQVSBApplicationExtensionViewController,
+    &registerQVSBPasscodeExtensionWindowViewController,
+    &registerQVSBPasscodeExtensionManager,
 };
 
 constexpr const HookGroup* hookGroups[] = {
