@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 
 #include "Compile.h"
+#include "Effects.h"
 #include "Exec.h"
 #include "Failure.h"
 #include "Run.h"
@@ -73,9 +74,16 @@ static void addRun(CLI::App& run, RunOptions& options) {
       ->capture_default_str();
 }
 
+static void addEffects(CLI::App& effects, EffectsOptions& options) {
+  effects.add_option("IMAGE", options.image, "A PNG; without one a picture of the program's own");
+  effects.add_option("-o", options.output,
+                     "The PNG to write, replaced when it is there; without a name it is IMAGE-effects.png, and new");
+}
+
 static int command(std::vector<std::string> arguments) {
   ExecOptions execOptions;
   RunOptions runOptions;
+  EffectsOptions effectsOptions;
   if (!arguments.empty() && arguments.front() == "cc") {
     return compile({arguments.begin() + 1, arguments.end()});
   }
@@ -88,6 +96,8 @@ static int command(std::vector<std::string> arguments) {
   CLI::App* run = app.add_subcommand("run", "Run an app under the sandbox and show what happens");
   addRun(*run, runOptions);
   app.add_subcommand("cc", "Compile an app's Objective-C sources into a bundle; qvdevice cc --help tells more");
+  CLI::App* effects = app.add_subcommand("effects", "Show an image beside the looks that the library gives it");
+  addEffects(*effects, effectsOptions);
   CLI::App* exec =
       app.add_subcommand("exec", "exec [OPTIONS] -- PROGRAM ARGS...: run any program in a container of its own");
   exec->add_option("--device", execOptions.device, "The device's folder; without it there is none");
@@ -102,6 +112,9 @@ static int command(std::vector<std::string> arguments) {
     }
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kDone : kUsage;
+  }
+  if (effects->parsed()) {
+    return qvdevice::effects(effectsOptions);
   }
   return run->parsed() ? qvdevice::run(runOptions) : qvdevice::exec(execOptions);
 }
