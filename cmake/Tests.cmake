@@ -46,9 +46,13 @@ function(qv_add_test name)
     list(APPEND installs --install "${CMAKE_BINARY_DIR}/apps/${app}.app")
     add_dependencies(${name} ${app}.app)
   endforeach()
-  if(QV_EMULATOR)
-    # The container is this machine's to make.
-    set(runner "${QV_NATIVE_BIN}/qvdevice;exec;${installs};--;${QV_EMULATOR}")
+  if(QV_EMULATOR AND NOT installs)
+    # The container is this machine's to make, which takes an emulated process less.
+    set(runner "${QV_NATIVE_BIN}/qvdevice;exec;--;${QV_EMULATOR}")
+  elseif(QV_EMULATOR)
+    # An app's extensions are started by qvdevice, and only an emulated one can start those of this build.
+    set(runner "${QV_EMULATOR};$<TARGET_FILE:qvdevice>;exec;${installs};--")
+    add_dependencies(${name} qvdevice)
   else()
     set(runner "$<TARGET_FILE:qvdevice>;exec;${installs};--")
     add_dependencies(${name} qvdevice)

@@ -72,3 +72,10 @@ TEST_F(ConfinementFromOutside, ToAFolderAroundTheContainerIsRefused) {
                {{"QVDEVICE_CONTAINER", container}});
   expectRefused(result, "this process can write in \"" + container + "\", which is outside its container");
 }
+
+TEST_F(ConfinementFromOutside, ThatNothingProvesIsRefused) {
+  // No attempt succeeds, but for another reason.
+  const ChildResult result = runChild({QVCONFINE, CONFINED_STARTER, container},
+                                      {{"QVDEVICE_CONTAINER", container}, {"WITHOUT_DESCRIPTORS", "1"}});
+  expectRefused(result, "nothing shows that this process is confined to its container");
+}
