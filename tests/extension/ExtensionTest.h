@@ -128,6 +128,12 @@ protected:
   void SetUp() override;
   void TearDown() override;
 
+  /// Whether extensions are found as setFound() has it, not on the device.
+  virtual bool playsTheExtension() const { return true; }
+
+  /// The host's windows are as they were, and nothing of the extension is left on the screen.
+  void expectRestored();
+
   static void setState(UIApplicationState state);
   static void setDevice(UIUserInterfaceIdiom idiom);
   /// The extension that is found next; without one, the error of that code.

@@ -198,12 +198,13 @@ void ExtensionTest::SetUp() {
     replaceMethod(object_getClass([Zorbel class]), "wrapperLogAtLevel:format:", reinterpret_cast<IMP>(&logLine));
     replaceMethod([UIApplication class], "applicationState", reinterpret_cast<IMP>(&applicationState));
     replaceMethod([UIDevice class], "userInterfaceIdiom", reinterpret_cast<IMP>(&deviceIdiom));
-    replaceMethod(object_getClass(NSClassFromString(@"NSExtension")),
-                  "extensionWithIdentifier:error:", reinterpret_cast<IMP>(&extensionWithIdentifier));
     [[UIApplication alloc] init];
     return true;
   }();
   (void)once;
+  if (playsTheExtension())
+    replaceMethod(object_getClass([NSExtension class]),
+                  "extensionWithIdentifier:error:", reinterpret_cast<IMP>(&extensionWithIdentifier));
   setState(UIApplicationStateActive);
   setDevice(UIUserInterfaceIdiomPhone);
   setFound(nil);
@@ -225,6 +226,16 @@ void ExtensionTest::TearDown() {
   [window release];
   [sdk release];
   [pool_ drain];
+}
+
+void ExtensionTest::expectRestored() {
+  EXPECT_TRUE([window isKeyWindow]);
+  EXPECT_EQ([window windowLevel], UIWindowLevelNormal);
+  EXPECT_EQ([manager() isPasscodeExtensionActive], NO);
+  EXPECT_TRUE([manager() extensionWindow] == nil || [[manager() extensionWindow] isHidden]);
+  EXPECT_EQ([[manager() extensionWindow] rootViewController], nil);
+  EXPECT_EQ([[[manager() extensionWindow] subviews] count], 0u);
+  EXPECT_EQ([manager() windowViewController], nil);
 }
 
 void ExtensionTest::setState(UIApplicationState given) { state = given; }

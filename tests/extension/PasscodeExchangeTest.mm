@@ -63,16 +63,9 @@ protected:
     turnMainQueue();
   }
 
-  /// The host's windows are as they were, and nothing of the extension is left on the screen.
   void expectRestored() {
-    EXPECT_TRUE([window isKeyWindow]);
-    EXPECT_EQ([window windowLevel], UIWindowLevelNormal);
-    EXPECT_EQ([util() isPasscodeExtensionActive], NO);
-    EXPECT_TRUE([manager() extensionWindow] == nil || [[manager() extensionWindow] isHidden]);
-    EXPECT_EQ([[manager() extensionWindow] rootViewController], nil);
-    EXPECT_EQ([[[manager() extensionWindow] subviews] count], 0u);
+    ExtensionTest::expectRestored();
     EXPECT_EQ([keypad presentingViewController], nil);
-    EXPECT_EQ([manager() windowViewController], nil);
   }
 
   void expectResult(id expected) {

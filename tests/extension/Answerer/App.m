@@ -1,0 +1,2 @@
+// Only there to hold the extension.
+int main(void) { return 0; }
