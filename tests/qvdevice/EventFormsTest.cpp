@@ -113,6 +113,13 @@ TEST(Event, ofTheSdkHoldsWhatItAsks) {
             R"({"do":"ask","question":"canAppDisplayPasscodeExtension"})");
 }
 
+TEST(Event, thatAwaitsTheAppHoldsTheCall) {
+  const std::vector<Event> events = eventsOf("await displayMessage: # comes");
+  ASSERT_EQ(events.size(), 2u);
+  EXPECT_EQ(events[0].kind, Kind::kAwait);
+  EXPECT_EQ(events[0].call, "displayMessage:");
+}
+
 TEST(Events, areReadWithTheirLinesAndEndWithTheEndOfTheApp) {
   const std::vector<Event> events = eventsOf("# first\n\n  wait 20\nresign");
   ASSERT_EQ(events.size(), 3u);

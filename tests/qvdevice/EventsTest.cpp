@@ -134,6 +134,8 @@ TEST(Events, ofWindowsAndTheSdkThatAreIncompleteOrWrongAreRefused) {
   EXPECT_EQ(refusal("rotate left"),
             "1:8: rotate needs the way in which the device is held (portrait, portraitUpsideDown, landscapeLeft, "
             "landscapeRight, faceUp, faceDown); \"left\" is none\n");
+  EXPECT_EQ(refusal("await"), "1:6: await needs a call at the SDK, as in displayMessage:\n");
+  EXPECT_EQ(refusal("await 2 calls"), "1:7: await needs a call at the SDK, as in displayMessage:; \"2\" is none\n");
   EXPECT_EQ(refusal("authenticate me"), "1:14: \"me\" is too much after authenticate\n");
   EXPECT_EQ(refusal("ask"), "1:4: ask needs a question (isPasscodeExtensionActive, canAppDisplayPasscodeExtension)\n");
 }

@@ -42,7 +42,10 @@ void AppRun::note(const nlohmann::ordered_json& record) {
     active_ = active_ || record.value("event", "") == "didBecomeActive";
     ending_ = ending_ || record.value("event", "") == "willTerminate";
   } else if (kind == "sdk") {
+    calls_.insert(record.value("call", ""));
     ending_ = ending_ || record.value("call", "") == "willExit";
+  } else if (kind == "extension") {
+    extensionSettled_ = record.value("event", "") != "started";
   }
 }
 
@@ -58,7 +61,15 @@ Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const s
       return endedByItself(*app.ended(), rest);
     }
     report_.event(event);
+    if (event.kind != Event::Kind::kAwait) {
+      calls_.clear();
+    }
     switch (event.kind) {
+    case Event::Kind::kAwait:
+      if (const auto outcome = await(app, event, rest)) {
+        return *outcome;
+      }
+      break;
     case Event::Kind::kWait:
       app.readUntil([] { return false; }, event.wait);
       break;
@@ -96,9 +107,23 @@ std::optional<Outcome> AppRun::tell(AppProcess& app, const Event& event, Unplaye
   return std::nullopt;
 }
 
+std::optional<Outcome> AppRun::await(AppProcess& app, const Event& event, Unplayed rest) {
+  if (!app.readUntil([&] { return calls_.contains(event.call) || app.ended(); }, limit_)) {
+    return hung(at(event) + "did not ask the SDK for " + event.call + " in " + limitText_);
+  }
+  if (!calls_.contains(event.call)) {
+    return endedByItself(*app.ended(), rest);
+  }
+  app.readUntilQuiet(kSettled, limit_);
+  return std::nullopt;
+}
+
 std::optional<Outcome> AppRun::tellExtension(AppProcess& app, const Event& event, Unplayed rest) {
-  const auto answer =
-      event.command["do"] == "kill" ? app.killExtension(limit_) : app.tellExtension(event.command, limit_);
+  const bool kill = event.command["do"] == "kill";
+  // The user can do nothing to what is not on the screen yet.
+  const bool there = kill || app.readUntil([this] { return extensionSettled_; }, limit_);
+  const auto answer = kill ? app.killExtension(limit_)
+                           : app.tellExtension(event.command, there ? limit_ : AppProcess::Clock::duration::zero());
   if (!answer && app.ended()) {
     return endedByItself(*app.ended(), rest);
   }

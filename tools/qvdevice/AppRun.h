@@ -3,6 +3,7 @@
 #include <chrono>
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
@@ -30,6 +31,7 @@ private:
   using Unplayed = std::span<const Event>;
 
   void note(const nlohmann::ordered_json& record);
+  std::optional<Outcome> await(AppProcess& app, const Event& event, Unplayed rest);
   std::optional<Outcome> tellExtension(AppProcess& app, const Event& event, Unplayed rest);
   std::optional<Outcome> tell(AppProcess& app, const Event& event, Unplayed afterwards);
   Outcome terminate(AppProcess& app, const Event& event);
@@ -48,6 +50,10 @@ private:
   bool active_ = false;
   /// It has said that it is about to end.
   bool ending_ = false;
+  /// An extension has its view controller shown, or it is known that it will not.
+  bool extensionSettled_ = false;
+  /// At the SDK, since the last event that was no waiting for one.
+  std::set<std::string> calls_;
 };
 
 } // namespace qvdevice

@@ -148,6 +148,15 @@ std::string oneOf(EventLine& line, const std::string& what, std::initializer_lis
   line.refuse(what + " (" + list + ")" + (word.empty() ? "" : "; " + quoted(word) + " is none"));
 }
 
+void readAwait(EventLine& line, Event& event) {
+  const std::string_view word = line.word();
+  if (!isSelector(word)) {
+    line.refuse("await needs a call at the SDK, as in displayMessage:" +
+                (word.empty() ? "" : "; " + quoted(word) + " is none"));
+  }
+  event.call = word;
+}
+
 void readAsk(EventLine& line, Event& event) {
   event.command["question"] =
       oneOf(line, "ask needs a question", {"isPasscodeExtensionActive", "canAppDisplayPasscodeExtension"});
@@ -220,6 +229,7 @@ constexpr std::array kForms{Form{"activate", Kind::kCommand, "becomeActive", rea
                             Form{"rotate", Kind::kCommand, "rotate", readRotate},
                             Form{"authenticate", Kind::kCommand, "authenticate", readNothing},
                             Form{"ask", Kind::kCommand, "ask", readAsk},
+                            Form{"await", Kind::kAwait, "", readAwait},
                             Form{"wait", Kind::kWait, "", readWait},
                             Form{"ends", Kind::kEnds, "", readNothing},
                             Form{"terminate", Kind::kTerminate, "terminate", readNothing}};
@@ -250,7 +260,7 @@ void readExtension(EventLine& line, Event& event) {
 }
 
 Event makeEvent(std::string name, Kind kind, std::string_view verb, std::size_t line = 0) {
-  Event event{kind, std::move(name), {}, {}, line};
+  Event event{kind, std::move(name), {}, {}, {}, line};
   if (!verb.empty()) {
     event.command["do"] = verb;
   }

@@ -14,6 +14,7 @@ struct Event {
   enum class Kind {
     kCommand,   // the app is told something and answers
     kExtension, // an app extension is
+    kAwait,     // the app is to ask the SDK for something
     kWait,      // time passes
     kTerminate, // the app is told to end
     kEnds       // the app ends by itself
@@ -23,6 +24,7 @@ struct Event {
   std::string name;               // as the events file spells it
   nlohmann::ordered_json command; // what the app is told: "do" and what belongs to it
   std::chrono::milliseconds wait{0};
+  std::string call;     // at the SDK, that is awaited
   std::size_t line = 0; // in the events file; 0 for what is not in one
 };
 

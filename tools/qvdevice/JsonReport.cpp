@@ -41,6 +41,9 @@ public:
     if (event.kind == Event::Kind::kWait) {
       object["milliseconds"] = event.wait.count();
     }
+    if (event.kind == Event::Kind::kAwait) {
+      object["call"] = event.call;
+    }
     for (const auto& [key, value] : event.command.items()) {
       if (key != "do") {
         object[key] = value;

@@ -154,6 +154,9 @@ std::string eventInWords(const Event& event) {
   if (event.kind == Event::Kind::kWait) {
     return "nothing for " + std::to_string(event.wait.count()) + " ms";
   }
+  if (event.kind == Event::Kind::kAwait) {
+    return "the app has to ask the SDK for " + event.call;
+  }
   if (event.kind == Event::Kind::kEnds) {
     return "the app has to end by itself now";
   }

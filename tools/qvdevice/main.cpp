@@ -37,12 +37,14 @@ static void addInstall(CLI::App& command, std::vector<std::filesystem::path>& in
 static void addRun(CLI::App& run, RunOptions& options) {
   run.add_option("APP", options.app, "The app: a folder with an Info.plist and an executable")->required();
   run.add_option("--policies", options.policies, "What the management SDK lays down: a JSON file");
-  run.add_option("--events", options.events,
-                 "What happens to the app: a file with one event a line (docs/qvdevice.md), of activate, resign, "
-                 "background, foreground, set KEY JSON [MESSAGE], open URL [from BUNDLEID], touch [X Y], tap TITLE, "
-                 "perform SELECTOR, menu, choose TITLE, type TEXT, dictate TEXT, keyboard, extension EVENT, wait "
-                 "MILLISECONDS, ends, terminate; without it "
-                 "the app is used, put away and ended");
+  run.add_option(
+      "--events", options.events,
+      "What happens to the app: a file with one event a line (docs/qvdevice.md), of activate, resign, "
+      "background, foreground, set KEY JSON [MESSAGE], open URL [from BUNDLEID], touch [X Y], tap TITLE, "
+      "perform SELECTOR, menu, choose TITLE, type TEXT, dictate TEXT, keyboard [show|hide], alert TITLE, window "
+      "WHAT NAME [LEVEL], windows, rotate HELD, authenticate, ask QUESTION, extension EVENT, await CALL, "
+      "wait MILLISECONDS, ends, terminate; without it "
+      "the app is used, put away and ended");
   CLI::Option* url =
       run.add_option("--launch-url", options.launchUrl, "A URL that the app is launched with, to open it");
   run.add_option("--launch-source", options.launchSource, "The bundle identifier of the app that asked for that URL")
