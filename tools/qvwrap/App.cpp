@@ -37,7 +37,7 @@ std::string executableNameIn(View infoPlist) {
   if (name.empty()) {
     throw Failure(kRefused, "its Info.plist names no executable (CFBundleExecutable)");
   }
-  if (name.find('/') != name.npos || name == "." || name == "..") {
+  if (name.find('/') != std::string::npos || name == "." || name == "..") {
     throw Failure(kRefused, "its Info.plist names an executable outside of the app: " + name);
   }
   return name;

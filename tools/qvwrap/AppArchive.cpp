@@ -20,7 +20,7 @@ std::string appFolderIn(const ZipArchive& archive) {
   std::set<std::string> found;
   for (const ZipEntry& entry : archive.entries) {
     const std::size_t end = entry.name.find('/', payload.size());
-    if (entry.name.starts_with(payload) && end != entry.name.npos &&
+    if (entry.name.starts_with(payload) && end != std::string::npos &&
         std::string_view(entry.name).substr(0, end).ends_with(".app") && end > payload.size() + 4) {
       found.insert(entry.name.substr(0, end + 1));
     }
@@ -78,7 +78,7 @@ std::vector<std::string> AppArchive::extensions() const {
   for (const ZipEntry& entry : archive_.entries) {
     for (const std::string& parent : {folder_ + "PlugIns/", folder_ + "Extensions/", folder_ + "Watch/"}) {
       const std::size_t end = entry.name.find('/', parent.size());
-      if (entry.name.starts_with(parent) && end != entry.name.npos) {
+      if (entry.name.starts_with(parent) && end != std::string::npos) {
         const std::string path = entry.name.substr(folder_.size(), end - folder_.size());
         if (path.ends_with(".appex") || path.ends_with(".app")) {
           found.insert(path);

@@ -24,8 +24,8 @@ std::optional<Note> Note::from(std::string_view text) {
     return {};
   }
   const std::string_view rest = text.substr(kBegin.size() + 8);
-  note.addedRunpath = rest.find(" rpath") != rest.npos;
-  note.addedFolder = rest.find(" folder") != rest.npos;
+  note.addedRunpath = rest.find(" rpath") != std::string_view::npos;
+  note.addedFolder = rest.find(" folder") != std::string_view::npos;
   // What is not exactly as this program writes it was written by somebody else.
   return note.text() == text ? std::optional(note) : std::nullopt;
 }

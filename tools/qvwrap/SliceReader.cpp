@@ -188,7 +188,7 @@ std::string_view SliceReader::text(std::size_t at, std::size_t size, std::size_t
   }
   const std::string_view whole = textOf(bytes_.subspan(at + offset, size - offset));
   const std::size_t length = whole.find('\0');
-  if (length == whole.npos) {
+  if (length == std::string_view::npos) {
     malformed("load command " + std::to_string(number_) + " has a text without an end");
   }
   return whole.substr(0, length);

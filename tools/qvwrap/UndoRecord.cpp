@@ -21,7 +21,7 @@ Bytes UndoRecord::bytes() const {
 std::optional<UndoRecord> UndoRecord::from(View bytes) {
   const std::string_view text = textOf(bytes).substr(0, kLongestLine);
   const std::size_t end = text.find('\n');
-  if (end == text.npos) {
+  if (end == std::string_view::npos) {
     return {};
   }
   const std::string line(text.substr(0, end));

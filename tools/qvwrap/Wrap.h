@@ -24,12 +24,12 @@ struct Report {
 };
 
 /// Puts the framework into an app. Throws Failure, with the app as it was; so do the others.
-Report wrap(const std::filesystem::path& app, const std::filesystem::path& framework, bool maySpoilSignature);
+Report wrap(const std::filesystem::path& path, const std::filesystem::path& frameworkPath, bool maySpoilSignature);
 
 /// Whether and how an app is wrapped.
-Report check(const std::filesystem::path& app);
+Report check(const std::filesystem::path& path);
 
 /// Undoes what wrap did.
-Report remove(const std::filesystem::path& app, bool maySpoilSignature);
+Report remove(const std::filesystem::path& path, bool maySpoilSignature);
 
 } // namespace qvwrap

@@ -34,7 +34,8 @@ std::size_t findEnd(View file) {
 /// Names that would lead out of the folder that the archive is unpacked in, or mean different things to different
 /// readers.
 void refuseTrick(const std::string& name) {
-  bool bad = name.empty() || name.front() == '/' || name.find('\\') != name.npos || name.find('\0') != name.npos;
+  bool bad = name.empty() || name.front() == '/' || name.find('\\') != std::string::npos ||
+             name.find('\0') != std::string::npos;
   for (std::size_t at = 0; at <= name.size() && !bad;) {
     const std::size_t end = std::min(name.find('/', at), name.size());
     const std::string_view part = std::string_view(name).substr(at, end - at);
