@@ -18,11 +18,16 @@ struct Variant {
   std::function<double()> measure;
 };
 
-/// Lets each variant have one turn in each of the benchmark's iterations. Each variant's median becomes the counter of
-/// its name: a turn during which the machine was busy elsewhere counts no more than any other.
-void sideBySide(benchmark::State& state, std::span<const Variant> variants);
-
 double median(std::span<double> values);
+
+/// For work that fills the memory's bandwidth or several processors, where nearly every turn is disturbed.
+double least(std::span<double> values);
+
+/// Lets each variant have one turn in each of the benchmark's iterations. What `typical` makes of a variant's turns
+/// becomes the counter of its name. With the median a turn during which the machine was busy elsewhere counts no more
+/// than any other.
+void sideBySide(benchmark::State& state, std::span<const Variant> variants,
+                double (*typical)(std::span<double>) = median);
 
 /// What one of `times` pieces of work takes when `work` does them all.
 template <class Work> double nanosecondsEach(std::size_t times, Work work) {

@@ -17,7 +17,7 @@ struct Size {
   std::size_t width;
   std::size_t height;
 
-  friend void PrintTo(const Size &size, std::ostream *to) { *to << size.width << " x " << size.height; }
+  friend void PrintTo(const Size& size, std::ostream* to) { *to << size.width << " x " << size.height; }
 };
 
 vImage_Error blur(const Picture& from, const Picture& to, std::uint32_t boxWidth, std::uint32_t boxHeight,
