@@ -70,9 +70,9 @@ TEST_F(ExtensionItem, AnEmptyOneGoesThroughAnArchive) {
 TEST_F(ExtensionItem, AndItsProviderSayThatTheyAreArchivedSecurely) {
   EXPECT_TRUE([NSExtensionItem supportsSecureCoding]);
   EXPECT_TRUE([NSItemProvider supportsSecureCoding]);
-  EXPECT_TRUE([NSExtensionItem conformsToProtocol:@protocol(NSSecureCoding)]);
-  EXPECT_TRUE([NSItemProvider conformsToProtocol:@protocol(NSSecureCoding)]);
-  EXPECT_TRUE([NSExtensionItem conformsToProtocol:@protocol(NSCopying)]);
+  EXPECT_TRUE([NSExtensionItem conformsToProtocol:NSProtocolFromString(@"NSSecureCoding")]);
+  EXPECT_TRUE([NSItemProvider conformsToProtocol:NSProtocolFromString(@"NSSecureCoding")]);
+  EXPECT_TRUE([NSExtensionItem conformsToProtocol:NSProtocolFromString(@"NSCopying")]);
 }
 
 } // namespace
