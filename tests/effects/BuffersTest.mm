@@ -2,8 +2,10 @@
 #import "Effects.h"
 #import "VImageCalls.h"
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 extern "C" void cleanupBuffer(void *userData, void *bufferData);
 
@@ -68,6 +70,8 @@ TEST_F(EffectsBuffers, areGivenToTheEffectImageWithoutACopyAndFreedWithIt) {
     NSAutoreleasePool *const inner = [[NSAutoreleasePool alloc] init];
     UIImage *const result = [blurred(picture(), 0, nil, 0.5) retain];
     [inner drain];
+    EXPECT_THAT(calls.calls, Contains(StartsWith("CreateCGImage")).Times(1)); // a copy would be a second one
+    EXPECT_EQ(calls.calls.back(), "CreateCGImage B 8194 callback flags 512");
     // The result has been drawn; nobody needs the effect image any longer.
     EXPECT_EQ(calls.buffersFreed, 2);
     [result release];
