@@ -35,6 +35,13 @@ struct Work {
 
 void freeData(void *, const void *data, size_t) { std::free(const_cast<void *>(data)); }
 
+/// Whether a file of that length can hold so many pixels. Of a pixel it has one bit at least, and what is deflated
+/// grows to 1032 times its length at most. A file that claims more is broken, and would cost memory before that is
+/// noticed.
+bool canHold(size_t length, const png_image &image) {
+  return std::uint64_t{image.width} * image.height / 8 / 1032 <= length; // no product of 32 bits is too large
+}
+
 CGImageRef createImage(Bytes pixels, size_t size, const png_image &read) {
   const bool gray = read.format == PNG_FORMAT_GRAY;
   const auto alpha = (read.format & PNG_FORMAT_FLAG_ALPHA) != 0 ? kCGImageAlphaLast : kCGImageAlphaNoneSkipLast;
@@ -71,13 +78,17 @@ void rowToPNG(CGImageRef image, size_t y, std::uint8_t *to) {
 CGImageRef QVImageCreateWithPNG(NSData *data) {
   Work work;
   if (!png_image_begin_read_from_memory(&work.image, [data bytes], [data length])) return work.fails();
+  if (!canHold([data length], work.image)) {
+    QVSayWhy("PNG", "the file is too short for the size that it claims");
+    return nullptr;
+  }
   const bool alpha = (work.image.format & PNG_FORMAT_FLAG_ALPHA) != 0;
   const bool color = (work.image.format & (PNG_FORMAT_FLAG_COLOR | PNG_FORMAT_FLAG_COLORMAP)) != 0;
   // Red, green and blue with a fourth byte, which is 255 where there is no alpha; a mask is grey.
   const png_uint_32 native = alpha || color ? PNG_FORMAT_RGBA : PNG_FORMAT_GRAY;
   work.image.format = native;
   const size_t stride = size_t{work.image.width} * PNG_IMAGE_PIXEL_CHANNELS(native);
-  const size_t size = stride * work.image.height; // each side is below a million
+  const size_t size = stride * work.image.height; // canHold: below 2^16 times the file's length
   Bytes pixels(static_cast<std::uint8_t *>(std::malloc(size)));
   if (!pixels) {
     QVSayWhy("PNG", "there is no memory for the image");

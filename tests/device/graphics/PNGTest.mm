@@ -2,6 +2,12 @@
 #import "Graphics.h"
 
 #include <png.h>
+#include <zlib.h>
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string>
 
 using support::Picture;
 using support::Pixel;
@@ -97,13 +103,55 @@ TEST_F(PNG, thatIsDamagedOrNoneGivesNoImage) {
   EXPECT_EQ([UIImage imageWithData:broken], nil);
 }
 
-TEST_F(PNG, thatClaimsToBeEnormousGivesNoImage) {
+/// A good file of one pixel whose header claims another size. Its check sum is right.
+NSData *claiming(std::uint32_t width, std::uint32_t height) {
   NSMutableData *const data = [NSMutableData dataWithData:file(1, 1, PNG_COLOR_TYPE_RGB, 8, {1, 2, 3})];
-  // Width and height of the header, which stays without its right check sum.
-  for (const NSUInteger at : {16u, 20u}) {
-    [data replaceBytesInRange:NSMakeRange(at, 4) withBytes:"\x7f\xff\xff\xff"];
-  }
-  EXPECT_EQ([UIImage imageWithData:data], nil);
+  const auto put = [data](NSUInteger at, std::uint32_t number) {
+    const std::uint32_t bytes = NSSwapHostIntToBig(number);
+    [data replaceBytesInRange:NSMakeRange(at, 4) withBytes:&bytes];
+  };
+  put(16, width);
+  put(20, height);
+  const auto *const header = static_cast<const Bytef *>([data bytes]) + 12; // from the chunk's name on
+  put(29, static_cast<std::uint32_t>(crc32(0, header, 17)));
+  return data;
+}
+
+/// What goes to standard error while a file is read that gives no image.
+std::string refusal(NSData *data) {
+  std::string path = [[NSTemporaryDirectory() stringByAppendingPathComponent:@"refusal.XXXXXX"] UTF8String];
+  const int file = mkstemp(path.data());
+  EXPECT_GE(file, 0);
+  const int before = dup(STDERR_FILENO);
+  dup2(file, STDERR_FILENO);
+  UIImage *const image = [UIImage imageWithData:data];
+  dup2(before, STDERR_FILENO);
+  close(before);
+  EXPECT_EQ(image, nil);
+  char text[200] = "";
+  EXPECT_GT(pread(file, text, sizeof text - 1, 0), 0);
+  close(file);
+  unlink(path.c_str());
+  return text;
+}
+
+TEST_F(PNG, thatClaimsToBeEnormousGivesNoImage) {
+  ASSERT_EQ(shown(claiming(1, 1)), (Pixel{3, 2, 1, 255})); // nothing else is wrong with it
+  EXPECT_EQ(refusal(claiming(1000001, 1)), "PNG: Invalid IHDR data\n");
+  EXPECT_EQ(refusal(claiming(0x7fffffff, 0x7fffffff)), "PNG: Invalid IHDR data\n");
+}
+
+TEST_F(PNG, thatClaimsMorePixelsThanItCanHoldGivesNoImageAndTakesNoMemory) {
+  const std::string why = "PNG: the file is too short for the size that it claims\n";
+  EXPECT_EQ(refusal(claiming(900000, 900000)), why);
+  EXPECT_EQ(refusal(claiming(30000, 30000)), why); // which there would be memory for
+}
+
+TEST_F(PNG, isReadWhenItHoldsAsManyPixelsAsAFileOfItsLengthCan) {
+  // One bit each, all of them 0 like the bytes that name a row's filter: nothing is deflated further.
+  NSData *const data = file(8000, 4000, PNG_COLOR_TYPE_GRAY, 1, std::vector<std::uint8_t>(4000000));
+  EXPECT_LT([data length], 4000000u / 900);
+  EXPECT_EQ(CGImageGetWidth([[UIImage imageWithData:data] CGImage]), 8000u);
 }
 
 } // namespace
