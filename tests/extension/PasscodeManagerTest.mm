@@ -90,6 +90,20 @@ TEST_F(PasscodeManager, ThatIsFreshKnowsNothing) {
   EXPECT_EQ([fresh getPasscodeExtensionFK], nil);
 }
 
+TEST_F(PasscodeManager, MadeAnewWhileTheSharedOneIsShownResetsTheSharedOne) {
+  startAndShow();
+  [[(id<QVPasscodeManager>)[managerClass() alloc] initPrivate] release];
+  EXPECT_EQ([passcode isPasscodeExtensionActive], NO);
+  EXPECT_EQ([passcode extensionWindow], nil);
+  EXPECT_EQ([passcode windowViewController], nil);
+  // The rest of it stays.
+  EXPECT_EQ([passcode appKeyWindow], window);
+  EXPECT_EQ([passcode appInfo], sdk -> appInfo);
+  EXPECT_EQ([managerClass() sharedInstance], passcode);
+  startAndShow();
+  EXPECT_EQ([passcode isPasscodeExtensionActive], YES);
+}
+
 TEST_F(PasscodeManager, GivesWhatTheSDKTellsUnchanged) {
   [passcode start];
   EXPECT_EQ([passcode appInfo], sdk -> appInfo);
@@ -270,6 +284,34 @@ TEST_F(PasscodeManager, ThatIsStoppedBeforeItsWindowIsShownShowsNone) {
   EXPECT_EQ(take(), Lines{});
   EXPECT_EQ([passcode extensionWindow], nil);
   EXPECT_TRUE([window isKeyWindow]);
+}
+
+TEST_F(PasscodeManager, ThatIsStoppedBeforeItsSecondRoundIsShownLeavesTheHostsWindowsAlone) {
+  startAndShow();
+  UIWindow *const alert = show(UIWindowLevelAlert + 1);
+  [passcode stop];
+  ASSERT_EQ([alert windowLevel], UIWindowLevelAlert + 1);
+  ASSERT_TRUE([alert isKeyWindow]);
+  [alert setWindowLevel:UIWindowLevelNormal + 5];
+  [window makeKeyWindow];
+  [passcode start];
+  [passcode stop];
+  EXPECT_EQ([passcode isPasscodeExtensionActive], NO);
+  EXPECT_EQ([alert windowLevel], UIWindowLevelNormal + 5);
+  EXPECT_TRUE([window isKeyWindow]);
+  turnMainQueue();
+  EXPECT_EQ([alert windowLevel], UIWindowLevelNormal + 5);
+  EXPECT_TRUE([window isKeyWindow]);
+  EXPECT_TRUE([[passcode extensionWindow] isHidden]);
+}
+
+TEST_F(PasscodeManager, ThatIsStoppedBeforeItsWindowIsShownAsksForRotationAllTheSame) {
+  replaceMethod(object_getClass([UIViewController class]), "attemptRotationToDeviceOrientation",
+                reinterpret_cast<IMP>(+[](id, SEL) { note("rotate"); }));
+  [passcode start];
+  take();
+  [passcode stop];
+  EXPECT_EQ(take(), Lines{"rotate"});
 }
 
 TEST_F(PasscodeManager, ThatIsStoppedAndStartedBeforeItsWindowIsShownShowsItOnce) {

@@ -102,15 +102,21 @@ void QVSBPasscodeExtensionManagerState::stop() {
   if (!isExtensionActive_) {
     return;
   }
+  // What is remembered of the host's windows is an earlier start's until this one is shown.
+  const bool wasShown = static_cast<bool>(windowViewController_);
   windowViewController_->presentedViewController().dismissViewControllerAnimated_completion(NO, nullptr);
   windowViewController_->dismissViewControllerAnimated_completion(NO, nullptr);
   stopObservingWindows();
-  raiseLoweredWindows();
+  if (wasShown) {
+    raiseLoweredWindows();
+  }
   extensionWindow_->setHidden(YES);
   extensionWindow_->setRootViewController(nullptr);
   windowViewController_ = nullptr;
   isExtensionActive_ = NO;
-  appKeyWindow_->makeKeyWindow();
+  if (wasShown) {
+    appKeyWindow_->makeKeyWindow();
+  }
   UIViewController::attemptRotationToDeviceOrientation();
 }
 

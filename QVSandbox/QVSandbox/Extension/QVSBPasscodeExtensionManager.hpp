@@ -7,7 +7,10 @@
 namespace qvsb {
 
 /// Puts the management app's passcode extension above the host app and takes it down again; one a process. Main thread,
-/// except that start() and isPasscodeExtensionActive() may be called on any.
+/// except that start() and isPasscodeExtensionActive() may be called on any, and that an extension without a view
+/// controller is reported on the thread that the platform tells of it on, which reaches postPasscodeExtensionResult()
+/// and stop() there. Never send `initPrivate` to a second one: it resets the shared instance, which is then no longer
+/// active and has lost its window.
 class QVSBPasscodeExtensionManager : public NSObject {
   QVSB_HANDLE(QVSBPasscodeExtensionManager, NSObject)
   /// Made when it is first asked for.
@@ -16,8 +19,8 @@ class QVSBPasscodeExtensionManager : public NSObject {
   /// Has the extension shown on the next turn of the main queue. Refused, with a line in the log, while it is shown and
   /// while the app is not active.
   QVSB_METHOD(void, start, "start")
-  /// Takes the extension down, and gives the host's windows their levels and the key state back. Nothing when it is
-  /// not shown.
+  /// Takes the extension down, and gives the host's windows their levels and the key state back, which it has only
+  /// taken once it is shown. Nothing when it is not active.
   QVSB_METHOD(void, stop, "stop")
   /// Stops, and hands the extension's answer to the SDK; nil when it could not be started.
   QVSB_METHOD(void, postPasscodeExtensionResult, "postPasscodeExtensionResult:", NSDictionary)
