@@ -78,14 +78,17 @@ TEST_F(HostArguments, ThatAreThereAreKeptTheHandlerAsACopy) {
   NSString *const identifier = [NSMutableString stringWithString:@"com.example.manager.passcode"];
   int calls = 0;
   int *const counter = &calls;
-  UIViewController<QVExtensionHost> *const host = make(identifier, items_, ^(BOOL, NSArray *, NSError *) {
+  // On the stack, as it has a variable of this scope's.
+  CompletionHandler const given = ^(BOOL, NSArray *, NSError *) {
     ++*counter;
-  });
+  };
+  UIViewController<QVExtensionHost> *const host = make(identifier, items_, given);
   EXPECT_EQ(take(), Lines{"initWithNibName:nil bundle:nil"});
   EXPECT_EQ([host identifier], identifier);
   EXPECT_EQ([host inputItems], items_);
   EXPECT_EQ([host extension], nil);
   ASSERT_NE([host handler], nullptr);
+  EXPECT_NE((void *)[host handler], (void *)given);
   [host handler](NO, nil, nil);
   EXPECT_EQ(calls, 1);
 }

@@ -37,6 +37,8 @@ protected:
     [host release];
     setFound(nil);
     [extension release];
+    [lastError release];
+    lastError = nil;
     ExtensionTest::TearDown();
   }
 
@@ -47,7 +49,8 @@ protected:
                            note(std::string("handler ") + (completed ? "YES" : "NO") + ", " +
                                 (items ? support::text([items description]) : "no items") + ", " + described(error) +
                                 ([NSThread isMainThread] ? "" : ", on another thread"));
-                           if (error) lastError = error;
+                           [lastError release];
+                           lastError = [error retain];
                          }];
   }
 
@@ -150,6 +153,8 @@ TEST_F(Host, WhoseRequestIsInterruptedReportsCode4097OfTheCocoaDomainOnTheMainQu
   EXPECT_EQ(take(), Lines{"log 0 " + kBlock + " Interrupted"});
   turnMainQueue();
   EXPECT_EQ(take(), Lines{"handler NO, no items, NSCocoaErrorDomain 4097"});
+  ASSERT_NE(lastError, nil);
+  EXPECT_EQ([[lastError userInfo] count], 0u);
 }
 
 TEST_F(Host, WhoseRequestIsCancelledReportsTheRequestsErrorOnTheMainQueue) {
@@ -322,4 +327,15 @@ TEST_F(Host, IsToldOnceWhenTheRequestEndsOnTwoThreadsAtOnce) {
     EXPECT_EQ(told, 1);
     [pool drain];
   }
+}
+
+TEST_F(Host, TellsItsSuperclassThatItAppearsBeforeItLooksForTheExtension) {
+  replaceMethod([UIViewController class], "viewWillAppear:", reinterpret_cast<IMP>(+[](id self, SEL, BOOL animated) {
+                  note(std::string(object_getClassName(self)) + " will appear" + (animated ? ", animated" : ""));
+                }));
+  const std::string appears = "QVSBApplicationExtensionViewController will appear";
+  [host viewWillAppear:YES];
+  EXPECT_EQ(take(), (Lines{appears + ", animated", kLaunch[0], kLaunch[1], kLaunch[2], kLaunch[3], kLaunch[4]}));
+  [host viewWillAppear:NO];
+  EXPECT_EQ(take(), Lines{appears});
 }

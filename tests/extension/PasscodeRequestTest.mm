@@ -166,3 +166,22 @@ TEST_F(PasscodeRequest, AsksForTheLightBlur) {
   [controller viewWillAppear:NO];
   EXPECT_EQ(take(), Lines{"style 1"});
 }
+
+TEST_F(PasscodeRequest, ComesAfterTheSuperclassIsToldThatTheWindowAppears) {
+  const auto appear = [](const char *selector) {
+    replaceMethod([UIViewController class], selector, reinterpret_cast<IMP>(+[](id self, SEL method, BOOL animated) {
+                    note(std::string(sel_getName(method)) + (animated ? " animated" : "") + " over " +
+                         std::to_string([[[self view] subviews] count]));
+                  }));
+  };
+  appear("viewWillAppear:");
+  appear("viewDidAppear:");
+  [controller viewWillAppear:YES];
+  EXPECT_EQ(take(), Lines{"viewWillAppear: animated over 0"});
+  [controller viewDidAppear:YES];
+  EXPECT_EQ(take(), (Lines{"viewDidAppear: animated over 1", kPresents}));
+  // It is told each time, and how.
+  [controller viewWillAppear:NO];
+  [controller viewDidAppear:NO];
+  EXPECT_EQ(take(), (Lines{"viewWillAppear: over 1", "viewDidAppear: over 1"}));
+}
