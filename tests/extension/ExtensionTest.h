@@ -144,6 +144,13 @@ protected:
   static Class managerClass() { return NSClassFromString(@"QVSBPasscodeExtensionManager"); }
   static id<QVPasscodeManager> manager() { return [managerClass() sharedInstance]; }
 
+  /// Counts the host and window controllers that are made and that go, from here on. Once a process.
+  static void countControllers();
+  /// How many of those that were counted are there.
+  static int liveControllers();
+  /// How many were counted.
+  static int countedControllers();
+
   /// A window of the host's on the screen, at a level.
   UIWindow *show(CGFloat level);
   /// The host's window, which was key before anything else was.

@@ -6,6 +6,7 @@
 #include <Zorbel/Zorbel.h>
 #include <objc/runtime.h>
 
+#include <atomic>
 #include <cstdarg>
 #include <mutex>
 
@@ -38,6 +39,30 @@ void logLine(id, SEL, NSInteger level, NSString *format, ...) {
 
 UIApplicationState applicationState(id, SEL) { return state; }
 UIUserInterfaceIdiom deviceIdiom(id, SEL) { return idiom; }
+
+// Host and window controllers; an extension may let go of them on any thread.
+std::atomic<int> allocated[2];
+std::atomic<int> deallocated[2];
+IMP allocations[2];
+IMP deallocations[2];
+
+template <int Which> id allocate(id self, SEL selector, NSZone *zone) {
+  ++allocated[Which];
+  return reinterpret_cast<id (*)(id, SEL, NSZone *)>(allocations[Which])(self, selector, zone);
+}
+
+template <int Which> void deallocate(id self, SEL selector) {
+  ++deallocated[Which];
+  reinterpret_cast<void (*)(id, SEL)>(deallocations[Which])(self, selector);
+}
+
+template <int Which> void countObjectsOf(Class cls) {
+  Class const meta = object_getClass(cls);
+  allocations[Which] = class_getMethodImplementation(meta, @selector(allocWithZone:));
+  deallocations[Which] = class_getMethodImplementation(cls, @selector(dealloc));
+  replaceMethod(meta, "allocWithZone:", reinterpret_cast<IMP>(&allocate<Which>));
+  replaceMethod(cls, "dealloc", reinterpret_cast<IMP>(&deallocate<Which>));
+}
 
 id extensionWithIdentifier(id, SEL, NSString *identifier, NSError **error) {
   note("look for " + support::text(identifier));
@@ -241,6 +266,13 @@ void ExtensionTest::expectRestored() {
 void ExtensionTest::setState(UIApplicationState given) { state = given; }
 void ExtensionTest::setDevice(UIUserInterfaceIdiom given) { idiom = given; }
 void ExtensionTest::setFound(QVTestExtension *extension) { found = extension; }
+
+void ExtensionTest::countControllers() {
+  countObjectsOf<0>(hostClass());
+  countObjectsOf<1>(windowControllerClass());
+}
+int ExtensionTest::liveControllers() { return countedControllers() - deallocated[0] - deallocated[1]; }
+int ExtensionTest::countedControllers() { return allocated[0] + allocated[1]; }
 
 UIWindow *ExtensionTest::show(CGFloat level) {
   UIWindow *const shown = [[[UIWindow alloc] initWithFrame:[[UIScreen mainScreen] bounds]] autorelease];

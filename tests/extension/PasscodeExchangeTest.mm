@@ -1,8 +1,6 @@
 // From the SDK's wish for a passcode to the result that it is handed, with all of the library's classes in between.
 #include "ExtensionTest.h"
 
-#include <objc/runtime.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <thread>
@@ -18,10 +16,6 @@ namespace {
 
 const std::string kHost = "-[QVSBApplicationExtensionViewController presentExtension]";
 const std::string kWindow = "-[QVSBPasscodeExtensionWindowViewController displayExtension]";
-
-int live[2];
-IMP allocations[2];
-IMP deallocations[2];
 
 class PasscodeExchange : public ExtensionTest {
 protected:
@@ -73,32 +67,9 @@ protected:
     EXPECT_TRUE([[sdk->results lastObject] isEqual:expected]) << support::text([[sdk->results lastObject] description]);
   }
 
-  /// How many host and window controllers there are, from here on.
-  static void countControllers() {
-    Class const classes[] = {hostClass(), windowControllerClass()};
-    for (int i = 0; i < 2; ++i) {
-      allocations[i] = class_getMethodImplementation(object_getClass(classes[i]), @selector(allocWithZone:));
-      deallocations[i] = class_getMethodImplementation(classes[i], @selector(dealloc));
-    }
-    replaceMethod(object_getClass(classes[0]), "allocWithZone:", reinterpret_cast<IMP>(&allocate<0>));
-    replaceMethod(object_getClass(classes[1]), "allocWithZone:", reinterpret_cast<IMP>(&allocate<1>));
-    replaceMethod(classes[0], "dealloc", reinterpret_cast<IMP>(&deallocate<0>));
-    replaceMethod(classes[1], "dealloc", reinterpret_cast<IMP>(&deallocate<1>));
-  }
-
   QVTestExtension *extension = nil;
   QVTestController *keypad = nil;
   QVTestController *root = nil;
-
-private:
-  template <int Which> static id allocate(id self, SEL selector, NSZone *zone) {
-    ++live[Which];
-    return reinterpret_cast<id (*)(id, SEL, NSZone *)>(allocations[Which])(self, selector, zone);
-  }
-  template <int Which> static void deallocate(id self, SEL selector) {
-    --live[Which];
-    reinterpret_cast<void (*)(id, SEL)>(deallocations[Which])(self, selector);
-  }
 };
 
 auto openDescriptors() {
@@ -348,17 +319,16 @@ TEST_F(PasscodeExchange, LeavesNothingBehindHoweverOftenAndHoweverItEnds) {
   // Once each way, for what is kept from the first time on.
   for (int number = 0; number < 6; ++number)
     round(number);
-  EXPECT_EQ(live[0], 0);
-  EXPECT_EQ(live[1], 0);
+  EXPECT_EQ(liveControllers(), 0);
   EXPECT_EQ([QVTestExtension live], 0);
   const auto windows = [[[UIApplication sharedApplication] windows] count];
   const auto descriptors = openDescriptors();
   for (int number = 0; number < 200; ++number)
     round(number);
-  EXPECT_EQ(live[0], 0);
-  EXPECT_EQ(live[1], 0);
+  EXPECT_EQ(liveControllers(), 0);
   EXPECT_EQ([QVTestExtension live], 0);
   EXPECT_EQ([[[UIApplication sharedApplication] windows] count], windows);
   EXPECT_EQ(openDescriptors(), descriptors);
   EXPECT_EQ([sdk->results count], 206u);
+  EXPECT_EQ(countedControllers(), 2 * 206);
 }

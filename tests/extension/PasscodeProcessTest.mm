@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 #include <unistd.h>
 
 @interface NSObject (QVProcessPolicyObject)
@@ -77,20 +76,8 @@ protected:
     return [[[manager() windowViewController] extensionViewController] presentedViewController];
   }
 
-  /// The extension's processes: children, as this one is, of the device that runs the test.
-  static std::vector<pid_t> processes() {
-    std::vector<pid_t> found;
-    for (const auto &entry : std::filesystem::directory_iterator("/proc")) {
-      std::ifstream file(entry.path() / "stat");
-      pid_t pid = 0;
-      std::string name;
-      char state = 0;
-      pid_t parent = 0;
-      if (file >> pid >> name >> state >> parent && parent == getppid() && name == "(Answering)" && state != 'Z')
-        found.push_back(pid);
-    }
-    return found;
-  }
+  /// The extension's processes.
+  static std::vector<pid_t> processes() { return support::processesOf("Answering"); }
   static bool waitUntilTheyHaveGone() {
     return wait([] { return processes().empty(); });
   }
@@ -122,6 +109,7 @@ TEST_F(PasscodeProcess, ThatLetsTheUserPassHasTheWholeRequestAndBothItsValuesRea
   NSDictionary *const result = [sdk->results lastObject];
   EXPECT_EQ([result count], 3u);
   EXPECT_TRUE([[result objectForKey:@"checkInRequired"] isEqual:@NO]);
+  EXPECT_GT([[result objectForKey:@"ak"] intValue], 0);
   EXPECT_NE([[result objectForKey:@"ak"] intValue], getpid());
   NSDictionary *const request = [result objectForKey:@"sk"];
   EXPECT_TRUE([[request objectForKey:@"FK"] isEqual:[@"key material" dataUsingEncoding:NSUTF8StringEncoding]]);
@@ -262,6 +250,7 @@ TEST_F(PasscodeProcess, LeavesNothingBehindHoweverOften) {
     [sdk->results removeAllObjects];
     [pool drain];
   };
+  countControllers();
   round(@"pass");
   ASSERT_TRUE(waitUntilTheyHaveGone());
   const auto windows = [[[UIApplication sharedApplication] windows] count];
@@ -270,6 +259,8 @@ TEST_F(PasscodeProcess, LeavesNothingBehindHoweverOften) {
   for (int number = 0; number < kRounds; ++number)
     round(ends[number % 4]);
   EXPECT_TRUE(waitUntilTheyHaveGone());
+  EXPECT_TRUE(wait([] { return liveControllers() == 0; })) << liveControllers();
+  EXPECT_EQ(countedControllers(), 2 * (kRounds + 1));
   EXPECT_EQ([[[UIApplication sharedApplication] windows] count], windows);
   EXPECT_TRUE(wait([&] { return openDescriptors() == descriptors; })) << openDescriptors() << " now, " << descriptors;
 }

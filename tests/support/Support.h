@@ -6,6 +6,7 @@
 #include "Log.hpp"
 
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace support {
@@ -20,6 +21,10 @@ NSString *freshFolder();
 
 /// Gives the class a method without a type encoding, as Apple's runtime lets anybody do. Gives its selector.
 SEL addMethodWithoutEncoding(Class cls, const char *name);
+
+/// The processes of an installed app's extension by the name of its program: children, as this one is, of the device
+/// that runs the test. Those that have ended are not among them.
+std::vector<pid_t> processesOf(const std::string &program);
 
 std::string text(NSString *string);
 bool exists(NSString *path);

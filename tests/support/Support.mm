@@ -3,7 +3,10 @@
 #include <objc/runtime.h>
 
 #include <atomic>
+#include <filesystem>
+#include <fstream>
 #include <sys/xattr.h>
+#include <unistd.h>
 
 namespace support {
 
@@ -37,6 +40,20 @@ SEL addMethodWithoutEncoding(Class cls, const char *name) {
   class_addMethod(cls, selector, class_getMethodImplementation([NSObject class], @selector(self)), "@16@0:8");
   reinterpret_cast<MethodParts *>(class_getInstanceMethod(cls, selector))->types = nullptr;
   return selector;
+}
+
+std::vector<pid_t> processesOf(const std::string &program) {
+  std::vector<pid_t> found;
+  for (const auto &entry : std::filesystem::directory_iterator("/proc")) {
+    std::ifstream file(entry.path() / "stat");
+    pid_t pid = 0;
+    std::string name;
+    char state = 0;
+    pid_t parent = 0;
+    if (file >> pid >> name >> state >> parent && parent == getppid() && name == "(" + program + ")" && state != 'Z')
+      found.push_back(pid);
+  }
+  return found;
 }
 
 std::string text(NSString *string) { return string ? [string UTF8String] : "(nil)"; }

@@ -1,6 +1,8 @@
 // Extensions that do not do what they should. An interrupted connection is 4097 in NSCocoaErrorDomain.
 #import "Hosted.h"
 
+#include "support/Support.h"
+
 namespace {
 
 class MisbehavingExtension : public Hosted {
@@ -105,11 +107,15 @@ TEST_F(MisbehavingExtension, OfWhichNoThreadRunsGoesWithItsHost) {
 
 TEST_F(MisbehavingExtension, ThatHangsBeforeItIsShownGoesWithItsHost) {
   ask(@"hang while loading");
+  // No request is known yet by which to ask for the process.
+  ASSERT_TRUE(runUntil([] { return support::processesOf("Behaving").size() == 1; }));
+  const int pid = support::processesOf("Behaving").front();
   runForAWhile();
   EXPECT_EQ(noted(), Notes{});
+  EXPECT_TRUE(isThere(pid));
   [extension release];
   extension = nil;
-  runForAWhile();
+  EXPECT_TRUE(runUntilGone(pid));
   EXPECT_EQ(noted(), Notes{});
 }
 
