@@ -1,4 +1,4 @@
-// Runs the tests on a device of the release RELEASE, with other apps on it: settings are read before any code of the
+// Runs the tests on a device of the release SYSTEM_RELEASE, with other apps on it: settings are read before any code of the
 // program runs, so the program starts once more with them.
 #include "OtherApps.h"
 
@@ -16,7 +16,7 @@ int main(int count, char** arguments) {
     std::filesystem::create_directories(folder + "/container");
     setenv("QVDEVICE_CONTAINER", (folder + "/container").c_str(), 1);
     setenv("QVDEVICE_DEVICE", (folder + "/device").c_str(), 1);
-    setenv("QVDEVICE_SETTINGS", R"({"systemVersion":")" RELEASE R"("})", 1);
+    setenv("QVDEVICE_SETTINGS", R"({"systemVersion":")" SYSTEM_RELEASE R"("})", 1);
     execv("/proc/self/exe", arguments);
     return 127;
   }
