@@ -35,7 +35,8 @@ std::uint32_t boxSize(CGFloat pixelRadius) {
   return size < kLargest ? static_cast<std::uint32_t>(size) | 1U : kLargest;
 }
 
-std::array<std::int16_t, 16> saturationMatrix(CGFloat s) {
+std::array<std::int16_t, 16> saturationMatrix(CGFloat factor) {
+  const CGFloat s = factor;
   // clang-format off: a matrix
   const CGFloat entries[16] = {
       0.0722 + 0.9278 * s, 0.0722 - 0.0722 * s, 0.0722 - 0.0722 * s, 0,

@@ -22,7 +22,8 @@ struct Effect {
 
 bool canBeWorkedOn(UIImage image, UIImage mask) {
   const CGSize size = image.size();
-  if (!(size.width >= 1 && size.height >= 1)) {
+  const bool isLargeEnough = size.width >= 1 && size.height >= 1; // what is no number is not
+  if (!isLargeEnough) {
     NSLog("*** error: invalid size: (%.2f x %.2f). Both dimensions must be >= 1: %@"_ns, size.width, size.height,
           image);
     return false;
