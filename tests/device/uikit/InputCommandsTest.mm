@@ -221,7 +221,7 @@ TEST(Keyboard, InItsNormalModeStaysThereAndNobodyIsTold) {
   InputApp app;
   EXPECT_EQ(app.command("keyboard"), ok);
   EXPECT_EQ(app.command(R"({"do":"keyboard","text":"a"})"),
-            refusal("\"text\" is not among what this command takes (nothing)"));
+            refusal("\"text\" is not among what this command takes (wish)"));
   EXPECT_EQ(app.inputs(), Lines{});
 }
 
