@@ -145,6 +145,20 @@ TEST_F(PasscodeProcess, ThatAnswersInAnotherCaseAsksForACheckIn) {
   expectCheckIn();
 }
 
+TEST_F(PasscodeProcess, ThatPassesWithoutAValueRaisesInTheHostsMainQueueAndIsShownUntilItIsStopped) {
+  for (const std::string missing : {"ak", "sk"}) {
+    start([NSString stringWithFormat:@"pass without %s", missing.c_str()]);
+    EXPECT_EQ(raisedBy([] { wait([] { return false; }); }),
+              "NSInvalidArgumentException: Tried to add nil value for key '" + missing + "' to dictionary");
+    EXPECT_EQ([manager() isPasscodeExtensionActive], YES);
+    EXPECT_TRUE([[manager() extensionWindow] isKeyWindow]);
+    stop();
+    expectRestored();
+    EXPECT_TRUE(waitUntilTheyHaveGone());
+    EXPECT_EQ([sdk->results count], 0u);
+  }
+}
+
 TEST_F(PasscodeProcess, ThatAnswersTwiceIsHeardOnce) {
   start(@"pass, then refuse");
   ASSERT_TRUE(waitForResult());

@@ -25,11 +25,17 @@ constexpr const char* kPolicies = R"({"ready": true, "authState": 1, "managedPol
   "PasscodeExtensionBundleId": "com.example.manager.passcode", "ActivityPasteboardKey": "secret-pasteboard",
   "PasscodeExtFKData": {"base64": "MDEyMzQ1Njc4OWFiY2RlZg=="}}})";
 
+/// The answer lacks a value that goes with "TRUE".
+constexpr const char* kPoliciesForAnAnswerWithout = R"({"ready": true, "authState": 1, "managedPolicy": 2, "appInfo": {
+  "PasscodeExtensionBundleId": "com.example.answerer.passcode", "ActivityPasteboardKey": "pass without VALUE",
+  "PasscodeExtFKData": {"base64": "MDEyMzQ1Njc4OWFiY2RlZg=="}}})";
+
 class Exchange : public testing::Test {
 protected:
   Ended run(const std::string& events, const std::string& version = "12.4", const std::string& policies = kPolicies) {
-    return qvdevice({"run", "--timeout", "60", "--system-version", version, "--install", MANAGER_APP, "--policies",
-                     folder.write("policies", policies), "--events", folder.write("events", events), app});
+    return qvdevice({"run", "--timeout", "60", "--system-version", version, "--install", MANAGER_APP, "--install",
+                     ANSWERER_APP, "--policies", folder.write("policies", policies), "--events",
+                     folder.write("events", events), app});
   }
 
   /// What the run says from the first event until the app is about to end, without what another process has a part in
@@ -140,6 +146,74 @@ TEST_F(Exchange, thatIsInterruptedIsNoPasscode) {
                         "Interrupted\n"));
   EXPECT_THAT(ended.out, HasSubstr("sdk         postPasscodeExtensionResult: (result {\"checkInRequired\":true})\n"));
   EXPECT_THAT(ended.out, HasSubstr("windows     0         yes      yes  UIWindow: UIViewController \"Host\"\n"));
+}
+
+TEST_F(Exchange, thatGoesToTheBackgroundEndsWithoutAResultAndRestoresTheWindows) {
+  const Ended ended = run(R"(authenticate
+extension tap 2
+window show Banner 3000
+windows
+background
+ask isPasscodeExtensionActive
+windows
+foreground
+windows
+)");
+  EXPECT_EQ(ended.status, 0) << ended.out << ended.err;
+  EXPECT_EQ(story(ended), R"(event       the SDK wants the user's passcode
+sdk         asks canAppDisplayPasscodeExtension: yes
+event       in the extension the user taps "2"
+event       the app shows the window "Banner" at level 3000
+event       the windows, the frontmost first
+windows     level     visible  key  window
+windows     2000      yes      yes  UIWindow: QVSBPasscodeExtensionWindowViewController > QVSBApplicationExtensionViewController > _UIRemoteViewController
+windows     0         yes      no   UIWindow: UIViewController "Banner"
+windows     0         yes      no   UIWindow: UIViewController "Host"
+lifecycle   the app is no longer active
+log 3       -[ZBWrappedApplicationDelegate zb_applicationWillResignActive:]
+log 3       -[QVZorbelDelegate applicationWillResignActive]
+lifecycle   the app is in the background
+log 3       -[ZBWrappedApplicationDelegate zb_applicationDidEnterBackground:]
+log 3       (-[QVZorbelDelegate applicationDidEnterBackground]))"
+                          " \n"
+                          R"(event       the SDK asks isPasscodeExtensionActive
+sdk         asks isPasscodeExtensionActive: no
+event       the windows, the frontmost first
+windows     level     visible  key  window
+windows     3000      yes      no   UIWindow: UIViewController "Banner"
+windows     2000      no       no   UIWindow
+windows     0         yes      yes  UIWindow: UIViewController "Host"
+lifecycle   the app comes to the foreground
+log 3       -[ZBWrappedApplicationDelegate zb_applicationWillEnterForeground:]
+log 3       (-[QVZorbelDelegate applicationWillEnterForeground]))"
+                          " \n"
+                          R"(lifecycle   the app is active: it is on the screen
+log 3       -[ZBWrappedApplicationDelegate zb_applicationDidBecomeActive:]
+log 3       -[QVZorbelDelegate applicationDidBecomeActive]
+event       the windows, the frontmost first
+windows     level     visible  key  window
+windows     3000      yes      no   UIWindow: UIViewController "Banner"
+windows     2000      no       no   UIWindow
+windows     0         yes      yes  UIWindow: UIViewController "Host"
+)");
+  EXPECT_THAT(steps(ended), AllOf(HasSubstr("is no longer needed and ends\n"), Not(HasSubstr("has answered\n")),
+                                  Not(HasSubstr("is interrupted\n"))));
+  EXPECT_THAT(ended.out, Not(HasSubstr("postPasscodeExtensionResult:")));
+}
+
+TEST_F(Exchange, thatIsAnsweredWithoutAValueEndsTheApp) {
+  for (const std::string missing : {"ak", "sk"}) {
+    std::string policies = kPoliciesForAnAnswerWithout;
+    policies.replace(policies.find("VALUE"), 5, missing);
+    const Ended ended = run("authenticate\nawait postPasscodeExtensionResult:\n", "12.4", policies);
+    EXPECT_EQ(ended.status, 1) << ended.out;
+    EXPECT_THAT(ended.out,
+                HasSubstr("*** Terminating app due to uncaught exception 'NSInvalidArgumentException', reason: "
+                          "'Tried to add nil value for key '" +
+                          missing + "' to dictionary'\n"));
+    EXPECT_THAT(ended.out + ended.err, HasSubstr("Host crashed by signal 6 (Aborted).\n"));
+    EXPECT_THAT(ended.out, Not(HasSubstr("sdk         postPasscodeExtensionResult:")));
+  }
 }
 
 TEST_F(Exchange, isNotAskedForOnReleasesWhereTheExtensionCannotBeShown) {

@@ -58,6 +58,10 @@
     [self answer:@{@"result" : @"FALSE", @"extensionMessage" : @"two tries left"}];
   } else if ([wanted isEqual:@"pass in lower case"]) {
     [self answer:@{@"result" : @"true", @"ak" : @"a", @"sk" : @"s"}];
+  } else if ([wanted isEqual:@"pass without ak"]) {
+    [self answer:@{@"result" : @"TRUE", @"sk" : @"s"}];
+  } else if ([wanted isEqual:@"pass without sk"]) {
+    [self answer:@{@"result" : @"TRUE", @"ak" : @"a"}];
   } else if ([wanted isEqual:@"pass, then refuse"]) {
     [self answer:passed];
     [self answer:@{@"result" : @"FALSE"}];
