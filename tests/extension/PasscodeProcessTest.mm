@@ -276,5 +276,6 @@ TEST_F(PasscodeProcess, LeavesNothingBehindHoweverOften) {
   EXPECT_TRUE(wait([] { return liveControllers() == 0; })) << liveControllers();
   EXPECT_EQ(countedControllers(), 2 * (kRounds + 1));
   EXPECT_EQ([[[UIApplication sharedApplication] windows] count], windows);
-  EXPECT_TRUE(wait([&] { return openDescriptors() == descriptors; })) << openDescriptors() << " now, " << descriptors;
+  // The first round's may still have been open when they were counted; one a round would be many more.
+  EXPECT_TRUE(wait([&] { return openDescriptors() <= descriptors; })) << openDescriptors() << " now, " << descriptors;
 }
