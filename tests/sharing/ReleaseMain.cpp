@@ -1,5 +1,5 @@
-// Runs the tests on a device of the release SYSTEM_RELEASE, with other apps on it: settings are read before any code of the
-// program runs, so the program starts once more with them.
+// Runs the tests on a device of the release SYSTEM_RELEASE, with other apps on it: settings are read before any code of
+// the program runs, so the program starts once more with them.
 #include "OtherApps.h"
 
 #include <cstdlib>
