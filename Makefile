@@ -8,7 +8,7 @@ help:
 	@echo "make demo    an ordinary app under the sandbox, on the simulated device"
 	@echo "make test    build all and run the tests"
 	@echo "make asan    the tests under AddressSanitizer and UBSan"
-	@echo "make tsan    the tests under ThreadSanitizer"
+	@echo "make tsan    the tests that have threads, under ThreadSanitizer"
 	@echo "make arm64   the tests as arm64, under an emulator"
 	@echo "make bench   measure what the sandbox costs"
 	@echo "make ios     the framework for iPhones, iPads and their simulator, built and checked: build/ios/QVSandbox.xcframework"
