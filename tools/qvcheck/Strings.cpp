@@ -44,9 +44,11 @@ std::string around(std::string_view bytes, std::size_t at) {
   return std::string(bytes.substr(from, to - from));
 }
 
-/// Folders that only the machine has on which something was built.
+/// Folders that only the machine has on which something was built: where the framework's own sources lie, and where
+/// other people's do.
 void checkPaths(const Slice& slice, Findings& findings) {
-  for (const char* folder : {"/home/", "/root/", "/tmp/", "/work/", "/Users/", "/build/", "/mnt/", "/src/", "/var/"}) {
+  for (const char* folder :
+       {QV_SOURCE_FOLDER "/", "/home/", "/root/", "/tmp/", "/Users/", "/build/", "/mnt/", "/src/", "/var/"}) {
     for (std::size_t at = slice.bytes().find(folder); at != std::string_view::npos;
          at = slice.bytes().find(folder, at + 1)) {
       const char before = at == 0 ? '\0' : slice.bytes()[at - 1];
