@@ -26,6 +26,9 @@ NSMutableDictionary *handlers() {
   return all;
 }
 
+/// What the handler that runs now lets its answer carry.
+NSDictionary *result = nil;
+
 /// Does what one line asks for and answers an empty text, or what was wrong with it.
 std::string carryOut(const std::string &line) {
   const Json command = Json::parse(line, nullptr, false);
@@ -90,7 +93,10 @@ std::string carryOut(const std::string &line) {
 }
 
 - (void)answer:(const std::string &)problem {
-  const Json answer = problem.empty() ? Json{{"ok", true}} : Json{{"ok", false}, {"error", problem}};
+  Json answer = problem.empty() ? Json{{"ok", true}} : Json{{"ok", false}, {"error", problem}};
+  if (problem.empty() && result != nil) answer["result"] = jsonFrom(result);
+  [result release];
+  result = nil;
   const std::string line = answer.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
   // Whoever asked may be gone; that is no reason to end the app.
   [[maybe_unused]] const ssize_t sent = ::send(descriptor_, line.data(), line.size(), MSG_NOSIGNAL);
@@ -105,6 +111,12 @@ std::string carryOut(const std::string &line) {
 }
 
 @end
+
+void QVDeviceAnswer(NSDictionary *given) {
+  [given retain];
+  [result release];
+  result = given;
+}
 
 void QVDeviceSetControlHandler(NSString *verb, QVDeviceControlHandler handler) {
   if (handler == nil) {

@@ -17,13 +17,19 @@ static constexpr int kControlDescriptor = 4;
 
 static constexpr char kNoExtension[] = "no extension runs";
 
-/// The reason that an answer gives for a refusal; empty when it is none.
-static std::string refusalIn(const std::string& line) {
-  const auto answer = nlohmann::json::parse(line, nullptr, false);
+static Answer answerIn(const std::string& line) {
+  auto answer = nlohmann::ordered_json::parse(line, nullptr, false);
   if (!answer.is_object() || !answer.contains("ok")) {
-    return "it answered in a way that nobody understands";
+    return {"it answered in a way that nobody understands"};
   }
-  return answer.value("ok", false) ? std::string() : answer.value("error", std::string("it gave no reason"));
+  if (!answer.value("ok", false)) {
+    return {answer.value("error", std::string("it gave no reason"))};
+  }
+  return {{}, answer.contains("result") ? std::move(answer["result"]) : nullptr};
+}
+
+static std::optional<std::string> refusalOf(const std::optional<Answer>& answer) {
+  return answer ? std::optional(answer->refusal) : std::nullopt;
 }
 
 AppProcess::AppProcess(Launch launch, const std::filesystem::path& device, Stream& stream) : stream_(stream) {
@@ -130,6 +136,10 @@ void AppProcess::readUntilQuiet(Clock::duration span, Clock::duration limit) {
 }
 
 std::optional<std::string> AppProcess::tell(const nlohmann::ordered_json& command, Clock::duration limit) {
+  return refusalOf(ask(command, limit));
+}
+
+std::optional<Answer> AppProcess::ask(const nlohmann::ordered_json& command, Clock::duration limit) {
   const std::string line = command.dump() + "\n";
   if (send(control_, line.data(), line.size(), MSG_NOSIGNAL) < 0) {
     // Nobody is there to be told: it is ending, or has shut its ears.
@@ -142,7 +152,7 @@ std::optional<std::string> AppProcess::tell(const nlohmann::ordered_json& comman
   const std::size_t end = answers_.find('\n');
   const std::string answer = answers_.substr(0, end);
   answers_.erase(0, end + 1);
-  return refusalIn(answer);
+  return answerIn(answer);
 }
 
 pid_t AppProcess::awaitExtension(Clock::duration limit) {
@@ -154,12 +164,16 @@ pid_t AppProcess::awaitExtension(Clock::duration limit) {
 }
 
 std::optional<std::string> AppProcess::tellExtension(const nlohmann::ordered_json& command, Clock::duration limit) {
+  return refusalOf(askExtension(command, limit));
+}
+
+std::optional<Answer> AppProcess::askExtension(const nlohmann::ordered_json& command, Clock::duration limit) {
   const pid_t extension = awaitExtension(limit);
   if (extension == 0) {
-    return ended_ ? std::nullopt : std::optional<std::string>(kNoExtension);
+    return ended_ ? std::nullopt : std::optional(Answer{kNoExtension});
   }
   if (!extensions_->tell(extension, command)) {
-    return std::string();
+    return Answer{};
   }
   std::optional<std::string> answer;
   const bool told = readUntil(
@@ -171,7 +185,7 @@ std::optional<std::string> AppProcess::tellExtension(const nlohmann::ordered_jso
   if (!told) {
     return std::nullopt;
   }
-  return answer ? refusalIn(*answer) : std::string();
+  return answer ? answerIn(*answer) : Answer{};
 }
 
 std::optional<std::string> AppProcess::killExtension(Clock::duration limit) {

@@ -13,6 +13,14 @@
 
 namespace qvdevice {
 
+/// What comes back when something was done, or not.
+struct Answer {
+  /// Why it was not done; empty when it was.
+  std::string refusal;
+  /// What it was asked for; null when that was nothing.
+  nlohmann::ordered_json result{};
+};
+
 /// An app that runs on the device: what it says is read, and things are done to it.
 class AppProcess {
 public:
@@ -33,10 +41,14 @@ public:
   /// Tells the app to do something; the reason when it will not, empty when it has. Nothing when there is no answer:
   /// it has ended, or the time is up.
   std::optional<std::string> tell(const nlohmann::ordered_json& command, Clock::duration limit);
+  /// The same, with what it answers.
+  std::optional<Answer> ask(const nlohmann::ordered_json& command, Clock::duration limit);
 
   /// Tells the extension that was started last, once there is one, and answers like `tell`, but that an extension
   /// which ends instead of answering has done what it was told.
   std::optional<std::string> tellExtension(const nlohmann::ordered_json& command, Clock::duration limit);
+  /// The same, with what it answers.
+  std::optional<Answer> askExtension(const nlohmann::ordered_json& command, Clock::duration limit);
   /// Ends its process as the system does that needs the memory.
   std::optional<std::string> killExtension(Clock::duration limit);
 

@@ -29,6 +29,10 @@ NSString *QVDeviceContainer(void);
 /// wrong.
 typedef NSString * (^QVDeviceControlHandler)(NSDictionary *command);
 
+/// Lets the answer to the command that is being handled carry `result`, of strings, numbers, arrays, dictionaries and
+/// NSNull. Without effect when the handler then says that something was wrong. Main thread only.
+void QVDeviceAnswer(NSDictionary *result);
+
 /// Names the handler of the commands whose "do" is `verb`; nil takes it away. Main thread only.
 void QVDeviceSetControlHandler(NSString *verb, QVDeviceControlHandler handler);
 

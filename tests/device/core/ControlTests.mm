@@ -73,6 +73,13 @@ private:
   int socket_ = -1;
 };
 
+TEST_F(Control, AnAnswerCarriesTheResultOfItsOwnCommandOnly) {
+  EXPECT_EQ(ask(R"({"do":"result","about":"windows"})"),
+            R"({"ok":true,"result":{"about":"windows","lines":[1,null]}})");
+  EXPECT_EQ(ask(R"({"do":"result","about":"it","problem":"no"})"), R"({"error":"no","ok":false})");
+  EXPECT_EQ(ask(R"({"do":"nothing"})"), R"({"ok":true})");
+}
+
 TEST_F(Control, AVerbThatIsKnownIsDoneAndAnswered) { EXPECT_EQ(ask(R"({"do":"nothing"})"), R"({"ok":true})"); }
 
 TEST_F(Control, AHandlersComplaintIsTheError) {

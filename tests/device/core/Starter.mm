@@ -117,6 +117,10 @@ void obeyCommands() {
   QVDeviceSetControlHandler(@"complain", ^NSString *(NSDictionary *command) {
     return [@"complained about " stringByAppendingString:[command objectForKey:@"about"]];
   });
+  QVDeviceSetControlHandler(@"result", ^NSString *(NSDictionary *command) {
+    QVDeviceAnswer(@{@"about" : [command objectForKey:@"about"], @"lines" : @[ @1, [NSNull null] ]});
+    return [command objectForKey:@"problem"];
+  });
   QVDeviceSetControlHandler(@"thread", ^NSString *(NSDictionary *) {
     return [NSThread isMainThread] ? @"main" : @"another";
   });
