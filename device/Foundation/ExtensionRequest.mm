@@ -27,6 +27,7 @@ typedef void (^ConnectionHandler)(id<NSCopying>, UIViewController *, NSError *);
 struct QVDeviceExtensionState {
   std::mutex lock;
   bool over = false;    // nobody wants to be told anything any more
+  bool asking = false;  // the main thread has yet to end the turn in which the request was made
   bool showing = false; // the main thread has yet to hand out the view controller
   std::condition_variable changed;
   ExtensionProcess process;
@@ -101,6 +102,10 @@ NSError *notStarted(const std::string &reason) {
 
 - (void)startWithMessage:(NSData *)message connectionHandler:(ConnectionHandler)handler {
   _state->handler = [handler copy];
+  _state->asking = true;
+  dispatch_async(dispatch_get_main_queue(), ^{
+    [self mainThreadHasDone:&QVDeviceExtensionState::asking];
+  });
   [self retain];
   [message retain];
   std::thread([self, message] {
@@ -121,10 +126,17 @@ NSError *notStarted(const std::string &reason) {
   QVDeviceTrace(record);
 }
 
-/// A host hears how a request ended after it has the view controller, however quickly the extension was.
-- (void)awaitShown {
+/// However quick the extension was, a host has done with showing that it asked before it hears that this failed, and
+/// has the view controller before it hears how the request ended.
+- (void)awaitMainThread {
   std::unique_lock locked(_state->lock);
-  _state->changed.wait(locked, [self] { return !_state->showing || _state->over; });
+  _state->changed.wait(locked, [self] { return (!_state->asking && !_state->showing) || _state->over; });
+}
+
+- (void)mainThreadHasDone:(bool QVDeviceExtensionState::*)what {
+  const std::lock_guard locked(_state->lock);
+  _state->*what = false;
+  _state->changed.notify_all();
 }
 
 /// Calls back on behalf of the extension's owner, unless there is none any more.
@@ -145,6 +157,7 @@ NSError *notStarted(const std::string &reason) {
 
 - (void)failWithError:(NSError *)error {
   [self note:@"failed" reason:[error localizedDescription]];
+  [self awaitMainThread];
   [self tell:^(NSExtension *) {
     if (_state->handler) _state->handler(_identifier, nil, error);
   }];
@@ -264,9 +277,7 @@ NSError *notStarted(const std::string &reason) {
       if (handler) handler(_identifier, controller, nil);
       [controller release];
     }];
-    const std::lock_guard locked(_state->lock);
-    _state->showing = false;
-    _state->changed.notify_all();
+    [self mainThreadHasDone:&QVDeviceExtensionState::showing];
   });
 }
 
@@ -279,7 +290,7 @@ NSError *notStarted(const std::string &reason) {
   }
   _state->phase = Phase::kAnswered;
   [self note:how reason:nil];
-  [self awaitShown];
+  [self awaitMainThread];
   [self tell:callBack];
 }
 
@@ -295,7 +306,7 @@ NSError *notStarted(const std::string &reason) {
     [self failWithError:interrupted(reason)];
   } else {
     [self note:@"interrupted" reason:reason];
-    [self awaitShown];
+    [self awaitMainThread];
     [self tell:^(NSExtension *extension) {
       if (void (^const block)(id<NSCopying>) = [extension requestInterruptionBlock]) block(_identifier);
     }];

@@ -78,8 +78,11 @@ NSData *beginning(NSUUID *request, NSArray *items, NSError **error) {
   NSData *const message = beginning([request identifier], inputItems, &error);
   if (!message) {
     NSUUID *const identifier = [request identifier];
-    dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_DEFAULT, 0), ^{
-      if (handler) handler(identifier, nil, error);
+    // By way of the main thread, whose turn comes to its end first.
+    dispatch_async(dispatch_get_main_queue(), ^{
+      dispatch_async(dispatch_get_global_queue(DISPATCH_QUEUE_PRIORITY_DEFAULT, 0), ^{
+        if (handler) handler(identifier, nil, error);
+      });
     });
     return;
   }

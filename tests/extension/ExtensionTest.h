@@ -22,6 +22,8 @@ using CompletionHandler = void (^)(BOOL completed, NSArray *returnedItems, NSErr
   NSMutableArray *results; // NSNull for nil
   void (^whenHanded)();
 }
+/// What the thread that handed them over did before has been done, for the one that asks.
+- (BOOL)hasResults;
 @end
 
 /// Plays an extension: keeps what it is given.

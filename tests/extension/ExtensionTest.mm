@@ -134,9 +134,17 @@ std::string raisedBy(const std::function<void()> &body) {
   return appInfo;
 }
 
+- (BOOL)hasResults {
+  const std::lock_guard locked(notesLock());
+  return [results count] > 0;
+}
+
 - (void)postPasscodeExtensionResult:(NSDictionary *)result {
   note("sdk postPasscodeExtensionResult:");
-  [results addObject:result ? result : (id)[NSNull null]];
+  {
+    const std::lock_guard locked(notesLock());
+    [results addObject:result ? result : (id)[NSNull null]];
+  }
   if (whenHanded) whenHanded();
 }
 

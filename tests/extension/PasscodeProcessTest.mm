@@ -65,7 +65,7 @@ protected:
   }
 
   bool waitForResult() {
-    return wait([this] { return [sdk->results count] > 0; });
+    return wait([this] { return [sdk hasResults]; });
   }
   bool waitUntilShown() {
     return wait([] { return keypad() != nil; });

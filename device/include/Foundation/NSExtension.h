@@ -33,7 +33,8 @@
 @property (atomic, copy) void (^requestCompletionBlock)(id requestIdentifier, NSArray *returnedItems);
 
 /// Starts the extension with NSExtensionItem objects. The handler is called once: on the main thread with what stands
-/// for the extension's view controller in this process, or on a thread of the system's with an error. It is not called
+/// for the extension's view controller in this process, or on a thread of the system's with an error; either when the
+/// main thread's turn in which this is called is over, so that a host may show what it asks from. It is not called
 /// after this object has gone.
 - (void)instantiateViewControllerWithInputItems:(NSArray *)inputItems
                               connectionHandler:(void (^)(id<NSCopying> requestIdentifier, UIViewController *controller,

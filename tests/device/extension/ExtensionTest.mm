@@ -200,6 +200,14 @@ TEST_F(Extension, InputItemsThatCannotBeArchivedAreRefused) {
   EXPECT_EQ(noted(), Notes{"failed NSExtensionErrorDomain 2"});
 }
 
+TEST_F(Extension, InputItemsAreRefusedAfterTheTurnOfTheMainThreadThatHandedThemOver) {
+  askWith(@[ @"text" ]);
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  EXPECT_EQ(noted(), Notes{});
+  ASSERT_TRUE(runUntilNoted(1));
+  EXPECT_FALSE(onMainThread[0]);
+}
+
 TEST_F(Extension, LeavesNothingBehindAfterManyRounds) {
   const auto round = [this](NSString *what, std::size_t notesOfIt) {
     const std::size_t before = noted().size();

@@ -44,6 +44,14 @@ TEST_F(MisbehavingExtension, ThatDiesBeforeItHearsOfTheRequestCannotBeShown) {
   EXPECT_FALSE(onMainThread[0]);
 }
 
+TEST_F(MisbehavingExtension, ThatDiesAtOnceIsHeardOfAfterTheTurnOfTheMainThreadThatAskedForIt) {
+  askWith(@[], @"stillborn");
+  std::this_thread::sleep_for(std::chrono::milliseconds(500));
+  EXPECT_EQ(noted(), Notes{});
+  ASSERT_TRUE(runUntilNoted(1));
+  EXPECT_EQ(noted(), Notes{"failed NSCocoaErrorDomain 4097"});
+}
+
 TEST_F(MisbehavingExtension, ThatDiesWhileItMakesItsViewCannotBeShown) {
   EXPECT_EQ(after(@"crash while loading", 1), Notes{"failed NSCocoaErrorDomain 4097"});
   EXPECT_EQ(reason, "The connection to the extension was interrupted: its process ended by signal 6 (Aborted).");
