@@ -44,6 +44,8 @@ public:
   virtual void end(const std::vector<Item>& items, const Outcome& outcome) = 0;
 };
 
+/// Whether standard output is a terminal that shows colours, and nobody asked for none.
+bool wantsColour();
 /// For people. `verbose` shows details too: of the log, each step, each event of the user that the SDK hears of.
 std::unique_ptr<Report> makeTextReport(bool verbose, bool colour);
 /// For programs: one JSON object a line.

@@ -3,9 +3,13 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <map>
 #include <regex>
 #include <set>
+
+#include <unistd.h>
 
 namespace qvdevice {
 
@@ -195,6 +199,13 @@ private:
 };
 
 } // namespace
+
+bool wantsColour() {
+  const char* refusal = std::getenv("NO_COLOR");
+  const char* terminal = std::getenv("TERM");
+  return isatty(STDOUT_FILENO) != 0 && (refusal == nullptr || *refusal == '\0') &&
+         (terminal == nullptr || std::strcmp(terminal, "dumb") != 0);
+}
 
 std::unique_ptr<Report> makeTextReport(bool verbose, bool colour) {
   return std::make_unique<TextReport>(verbose, colour);
