@@ -57,6 +57,10 @@ Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const s
   app.readUntilQuiet(kIdle, limit_);
   for (Unplayed rest = events; !rest.empty(); rest = rest.subspan(1)) {
     const Event& event = rest.front();
+    if (event.kind == Event::Kind::kChapter) {
+      report_.chapter(event.call);
+      continue;
+    }
     if (app.ended() && event.kind != Event::Kind::kEnds) {
       return endedByItself(*app.ended(), rest);
     }
@@ -69,6 +73,8 @@ Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const s
       if (const auto outcome = await(app, event, rest)) {
         return *outcome;
       }
+      break;
+    case Event::Kind::kChapter:
       break;
     case Event::Kind::kWait:
       app.readUntil([] { return false; }, event.wait);
@@ -100,7 +106,9 @@ std::optional<Outcome> AppRun::tell(AppProcess& app, const Event& event, Unplaye
     return Outcome{kAppFailed, name_ + " " + at(event) + "refused \"" + event.name + "\": " + *answer};
   }
   // Without an answer nobody knows whether it was the event that made the app end, or whether it came too late.
-  if (!answer && !(rest.size() > 1 && rest[1].kind == Event::Kind::kEnds)) {
+  const auto next =
+      std::find_if(rest.begin() + 1, rest.end(), [](const Event& each) { return each.kind != Event::Kind::kChapter; });
+  if (!answer && (next == rest.end() || next->kind != Event::Kind::kEnds)) {
     return endedByItself(*app.ended(), rest);
   }
   app.readUntilQuiet(kSettled, limit_);
@@ -171,8 +179,9 @@ Outcome AppRun::endedByItself(int status, Unplayed unplayed) const {
   if (code != 0 || !ending_) {
     return {kAppFailed, name_ + " ended by itself with status " + std::to_string(code) + ", which a real app does not"};
   }
-  const auto missed =
-      std::find_if(unplayed.begin(), unplayed.end(), [](const Event& event) { return event.line != 0; });
+  const auto missed = std::find_if(unplayed.begin(), unplayed.end(), [](const Event& event) {
+    return event.line != 0 && event.kind != Event::Kind::kChapter;
+  });
   if (missed != unplayed.end()) {
     return {kAppFailed, name_ + " ended by itself in good order, but before line " + std::to_string(missed->line) +
                             " of the events (\"" + missed->name + "\") was done"};

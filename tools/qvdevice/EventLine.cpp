@@ -15,6 +15,14 @@ static std::string reasonOf(const nlohmann::json::parse_error& error) {
   return "not JSON: " + (colon == std::string::npos ? message : message.substr(colon + 2));
 }
 
+static bool hasScheme(std::string_view url) {
+  const auto colon = std::find(url.begin(), url.end(), ':');
+  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+  return colon != url.end() && isLetter(url.front()) && std::all_of(url.begin(), colon, [&](char c) {
+           return isLetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
+         });
+}
+
 bool EventLine::atEnd() {
   const std::size_t next = text_.find_first_not_of(kBlank, end_);
   if (next == std::string_view::npos || (text_[next] == '#' && (next == 0 || next > end_))) {
@@ -71,6 +79,25 @@ nlohmann::ordered_json EventLine::json(const std::string& needed) {
   } catch (const nlohmann::json::out_of_range&) {
     refuse("there is a number in it that is too large");
   }
+}
+
+std::string EventLine::name(const std::string& needed) {
+  if (atEnd()) {
+    refuse(needed);
+  }
+  std::string name = text_[start_] == '"' ? json(needed).get<std::string>() : std::string(word());
+  if (name.empty()) {
+    refuse(needed);
+  }
+  return name;
+}
+
+std::string_view EventLine::url(const std::string& what) {
+  const std::string_view url = word();
+  if (!hasScheme(url)) {
+    refuse(what + " needs a URL with a scheme" + (url.empty() ? "" : "; \"" + std::string(url) + "\" is none"));
+  }
+  return url;
 }
 
 std::string EventLine::text(const std::string& needed) {

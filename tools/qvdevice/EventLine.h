@@ -22,6 +22,10 @@ public:
   bool atEnd();
   /// The next word; empty at the end.
   std::string_view word();
+  /// The next word, or a string in JSON with blanks in it; `needed` says what is missing when there is none.
+  std::string name(const std::string& needed);
+  /// The next word, a URL; `what` it belongs to goes into the refusal of what is none.
+  std::string_view url(const std::string& what);
   /// The next value, written as JSON; `needed` says what is missing when there is none.
   nlohmann::ordered_json json(const std::string& needed);
   /// All that is left, without blanks at its end; or, when a quote begins it, a string in JSON.

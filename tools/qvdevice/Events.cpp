@@ -7,7 +7,6 @@
 #include <fstream>
 #include <string_view>
 
-#include "EventLine.h"
 #include "Failure.h"
 #include "NearestName.h"
 #include "Policies.h"
@@ -66,20 +65,8 @@ void readSet(EventLine& line, Event& event) {
   event.command["message"] = message;
 }
 
-bool hasScheme(std::string_view url) {
-  const auto colon = std::find(url.begin(), url.end(), ':');
-  const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
-  return colon != url.end() && isLetter(url.front()) && std::all_of(url.begin(), colon, [&](char c) {
-           return isLetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
-         });
-}
-
 void readOpen(EventLine& line, Event& event) {
-  const std::string_view url = line.word();
-  if (!hasScheme(url)) {
-    line.refuse("open needs a URL with a scheme" + (url.empty() ? "" : "; " + quoted(url) + " is none"));
-  }
-  event.command["url"] = url;
+  event.command["url"] = line.url("open");
   if (line.atEnd()) {
     return;
   }
@@ -157,6 +144,8 @@ void readAwait(EventLine& line, Event& event) {
   event.call = word;
 }
 
+void readChapter(EventLine& line, Event& event) { event.call = line.text("chapter needs a title"); }
+
 void readAsk(EventLine& line, Event& event) {
   event.command["question"] =
       oneOf(line, "ask needs a question", {"isPasscodeExtensionActive", "canAppDisplayPasscodeExtension"});
@@ -231,16 +220,17 @@ constexpr std::array kForms{Form{"activate", Kind::kCommand, "becomeActive", rea
                             Form{"ask", Kind::kCommand, "ask", readAsk},
                             Form{"await", Kind::kAwait, "", readAwait},
                             Form{"wait", Kind::kWait, "", readWait},
+                            Form{"chapter", Kind::kChapter, "", readChapter},
                             Form{"ends", Kind::kEnds, "", readNothing},
                             Form{"terminate", Kind::kTerminate, "terminate", readNothing}};
 
-const Form& formNamed(EventLine& line, std::string_view name) {
+const Form& formNamed(EventLine& line, std::string_view name, std::span<const std::string_view> others) {
   const auto* const form = std::find_if(kForms.begin(), kForms.end(), [name](const Form& f) { return f.name == name; });
   if (form != kForms.end()) {
     return *form;
   }
-  std::array<std::string_view, kForms.size()> names;
-  std::transform(kForms.begin(), kForms.end(), names.begin(), [](const Form& f) { return f.name; });
+  std::vector<std::string_view> names(others.begin(), others.end());
+  std::transform(kForms.begin(), kForms.end(), std::back_inserter(names), [](const Form& f) { return f.name; });
   line.refuse("there is no event " + quoted(name) + "; did you mean " + quoted(nearestName(name, names)) + "?");
 }
 
@@ -267,16 +257,6 @@ Event makeEvent(std::string name, Kind kind, std::string_view verb, std::size_t 
   return event;
 }
 
-Event readEvent(EventLine& line, std::string_view name) {
-  const Form& form = formNamed(line, name);
-  Event event = makeEvent(std::string(name), form.kind, form.verb, line.number());
-  form.read(line, event);
-  if (const std::string_view rest = line.word(); !rest.empty()) {
-    line.refuse(quoted(rest) + " is too much after " + event.name);
-  }
-  return event;
-}
-
 bool isUtf8(const std::string& text) {
   try {
     return !Json(text).dump().empty();
@@ -285,40 +265,56 @@ bool isUtf8(const std::string& text) {
   }
 }
 
-bool isEnd(const Event& event) { return event.kind == Kind::kTerminate || event.kind == Kind::kEnds; }
-
 } // namespace
+
+bool endsApp(const Event& event) { return event.kind == Kind::kTerminate || event.kind == Kind::kEnds; }
+
+Event terminateEvent() { return makeEvent("terminate", Kind::kTerminate, "terminate"); }
 
 std::vector<Event> defaultEvents() {
   return {makeEvent("resign", Kind::kCommand, "resignActive"),
-          makeEvent("background", Kind::kCommand, "enterBackground"),
-          makeEvent("terminate", Kind::kTerminate, "terminate")};
+          makeEvent("background", Kind::kCommand, "enterBackground"), terminateEvent()};
 }
 
-std::vector<Event> readEvents(const std::filesystem::path& file) {
+Event readEvent(EventLine& line, std::string_view name, std::span<const std::string_view> others) {
+  const Form& form = formNamed(line, name, others);
+  Event event = makeEvent(std::string(name), form.kind, form.verb, line.number());
+  form.read(line, event);
+  if (const std::string_view rest = line.word(); !rest.empty()) {
+    line.refuse(quoted(rest) + " is too much after " + event.name);
+  }
+  return event;
+}
+
+void readEventLines(const std::filesystem::path& file, const std::string& what,
+                    const std::function<void(EventLine&, std::string_view)>& take) {
   std::ifstream stream(file);
-  std::vector<Event> events;
   std::string text;
   std::size_t number = 0;
-  for (; std::getline(stream, text);) {
+  while (std::getline(stream, text)) {
     EventLine line(file, ++number, text);
     if (!isUtf8(text)) {
       line.refuse("this line is not UTF-8");
     }
-    const std::string_view name = line.word();
-    if (name.empty()) {
-      continue;
+    if (const std::string_view name = line.word(); !name.empty()) {
+      take(line, name);
     }
-    if (!events.empty() && isEnd(events.back())) {
+  }
+  if (!stream.eof() || std::filesystem::is_directory(file)) {
+    throw Failure(kNoInput, what + " " + file.string() + " cannot be read");
+  }
+}
+
+std::vector<Event> readEvents(const std::filesystem::path& file) {
+  std::vector<Event> events;
+  readEventLines(file, "the events file", [&events](EventLine& line, std::string_view name) {
+    if (!events.empty() && endsApp(events.back())) {
       line.refuse("nothing happens to an app after " + events.back().name);
     }
     events.push_back(readEvent(line, name));
-  }
-  if (!stream.eof() || std::filesystem::is_directory(file)) {
-    throw Failure(kNoInput, "the events file " + file.string() + " cannot be read");
-  }
-  if (events.empty() || !isEnd(events.back())) {
-    events.push_back(makeEvent("terminate", Kind::kTerminate, "terminate"));
+  });
+  if (events.empty() || !endsApp(events.back())) {
+    events.push_back(terminateEvent());
   }
   return events;
 }

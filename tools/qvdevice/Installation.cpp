@@ -14,6 +14,8 @@ std::string withOurLibrariesFirst() {
   return others != nullptr && *others != '\0' ? ours + ":" + others : ours;
 }
 
+fs::path appsFolder() { return (programFolder() / ".." / "apps").lexically_normal(); }
+
 fs::path libraryFolder() { return (programFolder() / ".." / "lib").lexically_normal(); }
 
 } // namespace qvdevice

@@ -18,6 +18,8 @@ Json orNull(const std::string& text) { return text.empty() ? Json(nullptr) : Jso
 
 class JsonReport : public Report {
 public:
+  void chapter(const std::string& title) override { print({{"kind", "chapter"}, {"title", title}}); }
+
   void begin(const Setting& setting) override {
     print({{"kind", "begin"},
            {"app", setting.bundle.name()},
@@ -57,6 +59,10 @@ public:
       print({{"kind", "item"}, {"path", item.path}, {"protection", orNull(item.protection)}});
     }
     print({{"kind", "end"}, {"status", outcome.status}, {"sentence", outcome.sentence}});
+  }
+
+  void played(const Outcome& outcome) override {
+    print({{"kind", "played"}, {"status", outcome.status}, {"sentence", outcome.sentence}});
   }
 };
 

@@ -34,6 +34,8 @@ class Report {
 public:
   virtual ~Report() = default;
 
+  /// What follows belongs together. May come before an app's begin and after its end.
+  virtual void chapter(const std::string& title) = 0;
   virtual void begin(const Setting& setting) = 0;
   /// A line that the app wrote to its standard output or standard error.
   virtual void line(const std::string& text) = 0;
@@ -42,6 +44,8 @@ public:
   /// Something is done to the app now.
   virtual void event(const Event& event) = 0;
   virtual void end(const std::vector<Item>& items, const Outcome& outcome) = 0;
+  /// A scenario with several launches is over, or could not go on.
+  virtual void played(const Outcome& outcome) = 0;
 };
 
 /// Whether standard output is a terminal that shows colours, and nobody asked for none.

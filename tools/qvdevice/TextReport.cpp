@@ -44,6 +44,8 @@ class TextReport : public Report {
 public:
   TextReport(bool verbose, bool colour) : verbose_(verbose), colour_(colour) {}
 
+  void chapter(const std::string& title) override { section(title); }
+
   void begin(const Setting& setting) override {
     defaultProtection_ = setting.defaultProtection;
     const Bundle& bundle = setting.bundle;
@@ -134,6 +136,10 @@ public:
     for (const auto& [words, count] : counts) {
       print(Colour::kNone, padded("  " + std::to_string(count), 6) + words);
     }
+    print(outcome.status == 0 ? Colour::kGreen : Colour::kRed, "\n" + outcome.sentence + ".");
+  }
+
+  void played(const Outcome& outcome) override {
     print(outcome.status == 0 ? Colour::kGreen : Colour::kRed, "\n" + outcome.sentence + ".");
   }
 

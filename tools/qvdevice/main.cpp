@@ -10,6 +10,7 @@
 #include "Effects.h"
 #include "Exec.h"
 #include "Failure.h"
+#include "Play.h"
 #include "Run.h"
 
 using namespace qvdevice;
@@ -76,6 +77,26 @@ static void addRun(CLI::App& run, RunOptions& options) {
       ->capture_default_str();
 }
 
+static void addPlay(CLI::App& play, PlayOptions& options) {
+  play.add_option(
+          "SCENARIO", options.scenario,
+          "What the device goes through: a file with one step a line (docs/qvdevice.md), of device, install APP, "
+          "launch APP [policies FILE] [url URL [from BUNDLEID]], chapter TITLE and the events of run")
+      ->required();
+  play.add_option("--system-version", options.systemVersion, "The device's system version, whatever the scenario says");
+  play.add_option("--idiom", options.idiom, "phone or pad, whatever the scenario says")
+      ->check(CLI::IsMember({"phone", "pad"}));
+  play.add_option("--containers", options.containers,
+                  "Where the apps' containers are kept, in folders named by identifier; without it they are removed");
+  play.add_option("--device", options.device, "The device's folder, kept; without it a fresh one, removed after");
+  play.add_flag("--no-library", options.noLibrary, "Run the apps by themselves, to compare");
+  play.add_flag("--json", options.json, "One JSON object a line instead of text");
+  play.add_flag("--verbose", options.verbose, "All that happens, not a line for each step");
+  play.add_option("--timeout", options.timeoutSeconds, "Seconds that an app may take to start, to answer, to end")
+      ->check(CLI::Range(1, 3600))
+      ->capture_default_str();
+}
+
 static void addEffects(CLI::App& effects, EffectsOptions& options) {
   effects.add_option("IMAGE", options.image, "A PNG; without one a picture of the program's own");
   effects.add_option("-o", options.output,
@@ -85,6 +106,7 @@ static void addEffects(CLI::App& effects, EffectsOptions& options) {
 static int command(std::vector<std::string> arguments) {
   ExecOptions execOptions;
   RunOptions runOptions;
+  PlayOptions playOptions;
   EffectsOptions effectsOptions;
   if (!arguments.empty() && arguments.front() == "cc") {
     return compile({arguments.begin() + 1, arguments.end()});
@@ -97,6 +119,8 @@ static int command(std::vector<std::string> arguments) {
   app.require_subcommand(1);
   CLI::App* run = app.add_subcommand("run", "Run an app under the sandbox and show what happens");
   addRun(*run, runOptions);
+  CLI::App* play = app.add_subcommand("play", "Play a scenario: several apps, one after the other, on one device");
+  addPlay(*play, playOptions);
   app.add_subcommand("cc", "Compile an app's Objective-C sources into a bundle; qvdevice cc --help tells more");
   CLI::App* effects = app.add_subcommand("effects", "Show an image beside the looks that the library gives it");
   addEffects(*effects, effectsOptions);
@@ -117,6 +141,9 @@ static int command(std::vector<std::string> arguments) {
   }
   if (effects->parsed()) {
     return qvdevice::effects(effectsOptions);
+  }
+  if (play->parsed()) {
+    return qvdevice::play(playOptions);
   }
   return run->parsed() ? qvdevice::run(runOptions) : qvdevice::exec(execOptions);
 }
