@@ -2,6 +2,7 @@
 
 #import "Commands.h"
 #import "Lifecycle.h"
+#include "observation/Hooks.h"
 
 namespace {
 
@@ -45,6 +46,7 @@ void launch(NSString *principalClassName, NSString *delegateClassName) {
 int UIApplicationMain(int argc, char *argv[], NSString *principalClassName, NSString *delegateClassName) {
   (void)argc;
   (void)argv;
+  qvdevice::traceHooksLeftAlone();
   launch(principalClassName, delegateClassName);
   // A run loop that waits for nothing returns at once: the timer keeps it waiting.
   NSAutoreleasePool *pool = [[NSAutoreleasePool alloc] init];

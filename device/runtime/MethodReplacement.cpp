@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+#include "observation/Implementations.h"
+
 // The runtime's structures, of which its headers show only the names. The layout has been the same since 1993.
 extern "C" {
 struct objc_selector {
@@ -123,17 +125,25 @@ objc_class* tellAll(const objc_method* method, objc_class* likely = nullptr) {
 
 void method_exchangeImplementations(objc_method* left, objc_method* right) {
   if (!left || !right) return;
-  const RuntimeLock lock;
-  std::swap(left->implementation, right->implementation);
-  objc_class* const owner = tellAll(left);
-  tellAll(right, owner);
+  {
+    const RuntimeLock lock;
+    std::swap(left->implementation, right->implementation);
+    objc_class* const owner = tellAll(left);
+    tellAll(right, owner);
+  }
+  qvdevice::noteImplementation(left);
+  qvdevice::noteImplementation(right);
 }
 
 void (*method_setImplementation(objc_method* method, void (*implementation)()))() {
   if (!method || !implementation) return nullptr;
-  const RuntimeLock lock;
-  const auto before = std::exchange(method->implementation, implementation);
-  tellAll(method);
+  void (*before)() = nullptr;
+  {
+    const RuntimeLock lock;
+    before = std::exchange(method->implementation, implementation);
+    tellAll(method);
+  }
+  qvdevice::noteImplementation(method);
   return before;
 }
 
