@@ -29,7 +29,8 @@ void traceHooksLeftAlone();
 ///   replaced   somebody has put another implementation in the place of the library's; `why` names the image
 std::vector<nlohmann::ordered_json> hooks();
 
-/// The hook whose replacement is that function, as "-[Class selector]" or "+[Class selector]"; empty when there is none.
+/// The hook whose replacement is that function, as "-[Class selector]" or "+[Class selector]"; empty when there is
+/// none.
 std::string hookedMethodAt(const void* function);
 
 } // namespace qvdevice

@@ -116,7 +116,8 @@ Json describe(const Replacement &left) {
   return with("refused", "not tried after another hook of the class was refused");
 }
 
-/// Replacements on whose own nothing is known. Those of the delegate are spoken for by whatever class has been given one.
+/// Replacements on whose own nothing is known. Those of the delegate are spoken for by whatever class has been given
+/// one.
 std::vector<Replacement> leftAlone(const Registry &all) {
   std::vector<Replacement> left;
   const bool grafted =

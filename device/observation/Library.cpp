@@ -41,9 +41,7 @@ bool isInLibrary(const void* address) {
   return codeStart != 0 && place >= codeStart && place < codeEnd;
 }
 
-bool isExportedByLibrary(const std::string& function) {
-  return isInLibrary(::dlsym(RTLD_DEFAULT, function.c_str()));
-}
+bool isExportedByLibrary(const std::string& function) { return isInLibrary(::dlsym(RTLD_DEFAULT, function.c_str())); }
 
 std::string imageAt(const void* address) {
   Dl_info image{};

@@ -10,6 +10,7 @@
 #include "Effects.h"
 #include "Exec.h"
 #include "Failure.h"
+#include "Hooks.h"
 #include "Play.h"
 #include "Run.h"
 
@@ -97,6 +98,22 @@ static void addPlay(CLI::App& play, PlayOptions& options) {
       ->capture_default_str();
 }
 
+static void addHooks(CLI::App& hooks, HooksOptions& options) {
+  hooks.add_option("APP", options.app, "The app; without one a sample app of this build");
+  CLI::Option* version =
+      hooks.add_option("--system-version", options.systemVersion, "The device's system version")->capture_default_str();
+  hooks.add_option("--idiom", options.idiom, "phone or pad")
+      ->check(CLI::IsMember({"phone", "pad"}))
+      ->capture_default_str();
+  CLI::Option* json = hooks.add_flag("--json", options.json, "One JSON object a line instead of text");
+  hooks.add_flag("--markdown", options.markdown, "The published list (docs/hooks.md), over all releases")
+      ->excludes(json)
+      ->excludes(version);
+  hooks.add_option("--timeout", options.timeoutSeconds, "Seconds that the app may take to start and to answer")
+      ->check(CLI::Range(1, 3600))
+      ->capture_default_str();
+}
+
 static void addEffects(CLI::App& effects, EffectsOptions& options) {
   effects.add_option("IMAGE", options.image, "A PNG; without one a picture of the program's own");
   effects.add_option("-o", options.output,
@@ -107,6 +124,7 @@ static int command(std::vector<std::string> arguments) {
   ExecOptions execOptions;
   RunOptions runOptions;
   PlayOptions playOptions;
+  HooksOptions hooksOptions;
   EffectsOptions effectsOptions;
   if (!arguments.empty() && arguments.front() == "cc") {
     return compile({arguments.begin() + 1, arguments.end()});
@@ -122,6 +140,8 @@ static int command(std::vector<std::string> arguments) {
   CLI::App* play = app.add_subcommand("play", "Play a scenario: several apps, one after the other, on one device");
   addPlay(*play, playOptions);
   app.add_subcommand("cc", "Compile an app's Objective-C sources into a bundle; qvdevice cc --help tells more");
+  CLI::App* hooks = app.add_subcommand("hooks", "Show what the library has hooked in an app, and what became of it");
+  addHooks(*hooks, hooksOptions);
   CLI::App* effects = app.add_subcommand("effects", "Show an image beside the looks that the library gives it");
   addEffects(*effects, effectsOptions);
   CLI::App* exec =
@@ -144,6 +164,9 @@ static int command(std::vector<std::string> arguments) {
   }
   if (play->parsed()) {
     return qvdevice::play(playOptions);
+  }
+  if (hooks->parsed()) {
+    return qvdevice::hooks(hooksOptions);
   }
   return run->parsed() ? qvdevice::run(runOptions) : qvdevice::exec(execOptions);
 }
