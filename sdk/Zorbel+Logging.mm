@@ -2,6 +2,9 @@
 
 #import <QVDevice/QVDevice.h>
 
+#include <objc/objc-arc.h>
+
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdarg>
@@ -19,7 +22,25 @@ std::atomic<bool> fileSuspended{false};
 std::string utf8(NSString *text) {
   // Not UTF8String: a log line with half a character in it is still to be logged.
   NSData *const data = [text dataUsingEncoding:NSUTF8StringEncoding allowLossyConversion:YES];
-  return std::string(static_cast<const char *>([data bytes]), [data length]);
+  return {static_cast<const char *>([data bytes]), [data length]};
+}
+
+/// Appends the text in UTF-8. Most lines are ASCII that Foundation keeps in Latin-1, and need no more than a copy.
+void append(std::string &line, NSString *text) {
+  const std::size_t before = line.size();
+  const NSUInteger length = [text length];
+  if ([text fastestEncoding] == NSISOLatin1StringEncoding) {
+    line.resize(before + length + 1);
+    if ([text getCString:line.data() + before maxLength:length + 1 encoding:NSISOLatin1StringEncoding]) {
+      line.resize(before + length);
+      // A zero may have ended the copy early.
+      if (std::ranges::all_of(line.begin() + static_cast<std::ptrdiff_t>(before), line.end(),
+                              [](char byte) { return byte > 0; }))
+        return;
+    }
+    line.resize(before);
+  }
+  line += utf8(text);
 }
 
 /// Stamps lines with the time. A line more in the same second, of which a wipe has thousands, has the same date.
@@ -60,9 +81,14 @@ void log(NSInteger level, NSString *text) {
   static Clock clock;
   // The order is the same in the file, on the console and in the trace.
   const std::lock_guard locked(lock);
-  std::string line;
+  static std::string &line = *new std::string;
+  line.clear();
   clock.appendTo(line);
-  line += " " + std::to_string(level) + " " + utf8(text) + "\n";
+  line += ' ';
+  line += std::to_string(level);
+  line += ' ';
+  append(line, text);
+  line += '\n';
   if (!fileSuspended) logFile().append(line);
   // Whoever follows the trace shows the lines; they would stand there twice.
   if (QVDeviceIsTraced()) {
@@ -78,14 +104,15 @@ void log(NSInteger level, NSString *text) {
 
 + (void)wrapperLogAtLevel:(NSInteger)level format:(NSString *)format, ... {
   // The first lines come before the app has a pool of its own.
-  NSAutoreleasePool *const pool = [[NSAutoreleasePool alloc] init];
+  void *const pool = objc_autoreleasePoolPush();
+  // Debian's runtime would look it up by its name for each line.
+  static Class const string = [NSString class];
   va_list arguments;
   va_start(arguments, format);
-  NSString *const text =
-      format ? [[[NSString alloc] initWithFormat:format arguments:arguments] autorelease] : @"(null)";
+  NSString *const text = format ? [[[string alloc] initWithFormat:format arguments:arguments] autorelease] : @"(null)";
   va_end(arguments);
   log(level, text);
-  [pool release];
+  objc_autoreleasePoolPop(pool);
 }
 
 + (void)setLoggingToFileSuspended:(BOOL)suspended {

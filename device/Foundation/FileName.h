@@ -11,6 +11,8 @@ namespace qvdevice {
 
 NSString *fileName(std::string_view bytes);
 
+bool isAscii(std::string_view bytes);
+
 // The reverse, in place, on a string's UTF-8.
 void restoreFileName(char *utf8);
 

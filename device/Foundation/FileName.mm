@@ -29,7 +29,17 @@ std::size_t characterLength(std::string_view bytes) {
 
 } // namespace
 
+bool isAscii(std::string_view bytes) {
+  unsigned char all = 0;
+  for (const char byte : bytes)
+    all |= static_cast<unsigned char>(byte);
+  return all < 0x80;
+}
+
 NSString *fileName(std::string_view bytes) {
+  static Class const string = [NSString class];
+  if (isAscii(bytes))
+    return [[[string alloc] initWithBytes:bytes.data() length:bytes.size() encoding:NSUTF8StringEncoding] autorelease];
   std::string utf8;
   utf8.reserve(bytes.size());
   while (!bytes.empty()) {
@@ -43,7 +53,7 @@ NSString *fileName(std::string_view bytes) {
     }
     bytes.remove_prefix(length);
   }
-  return [[[NSString alloc] initWithBytes:utf8.data() length:utf8.size() encoding:NSUTF8StringEncoding] autorelease];
+  return [[[string alloc] initWithBytes:utf8.data() length:utf8.size() encoding:NSUTF8StringEncoding] autorelease];
 }
 
 void restoreFileName(char *utf8) {

@@ -2,11 +2,21 @@
 
 #import "FileName.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
 namespace qvdevice {
+namespace {
+
+// Foundation keeps most paths in Latin-1, which is copied as it is; what is ASCII of that is UTF-8 too.
+bool copyAscii(NSString *path, char *bytes, size_t size) {
+  if ([path fastestEncoding] != NSISOLatin1StringEncoding) return false;
+  if (![path getCString:bytes maxLength:size encoding:NSISOLatin1StringEncoding]) return false;
+  const size_t length = std::strlen(bytes);
+  return length == [path length] && isAscii({bytes, length});
+}
+
+} // namespace
 
 FilePath::FilePath(NSString *path) {
   bytes_[0] = '\0';
@@ -14,12 +24,13 @@ FilePath::FilePath(NSString *path) {
     error_ = ENOENT;
     return;
   }
+  if (copyAscii(path, bytes_, sizeof bytes_)) return;
   if (![path getCString:bytes_ maxLength:sizeof bytes_ encoding:NSUTF8StringEncoding]) {
     error_ = [path canBeConvertedToEncoding:NSUTF8StringEncoding] ? ENAMETOOLONG : EILSEQ;
     return;
   }
   const size_t length = std::strlen(bytes_);
-  const bool ascii = std::all_of(bytes_, bytes_ + length, [](char byte) { return (byte & 0x80) == 0; });
+  const bool ascii = isAscii({bytes_, length});
   const NSUInteger whole = ascii ? [path length] : [path lengthOfBytesUsingEncoding:NSUTF8StringEncoding];
   if (length != whole) error_ = EILSEQ;
   if (!ascii) restoreFileName(bytes_);

@@ -38,6 +38,15 @@ void beforeEachRemoval(void (*work)(const std::string &path)) {
   removeItem = (Remove)method_setImplementation(method, (IMP)removeAfterSomething);
 }
 
+BOOL removeUnlessStubborn(id self, SEL selector, NSString *path, NSError **error) {
+  return [[path lastPathComponent] isEqual:@"stubborn"] ? NO : removeItem(self, selector, path, error);
+}
+
+void refuseToRemoveWhatIsStubborn() {
+  const Method method = class_getInstanceMethod([NSFileManager class], @selector(removeItemAtPath:error:));
+  removeItem = (Remove)method_setImplementation(method, (IMP)removeUnlessStubborn);
+}
+
 } // namespace
 
 TEST_F(Wipe, RemovesItemsWhoseNamesAreAnyBytes) {
@@ -75,6 +84,29 @@ TEST_F(Wipe, RemovesLinksAndLeavesWhatTheyLeadTo) {
   EXPECT_EQ(wipe::log(0), Lines{});
   for (const std::string &line : wipe::log())
     EXPECT_EQ(line.find("to the root/"), std::string::npos) << line;
+}
+
+TEST_F(Wipe, RemovesALinkToNowhereBesideARemovedItemWhoseNameItsOwnBeginsWith) {
+  // Whichever the file system lists first, some name follows one that it begins with.
+  for (const char *name : {"a", "ab", "abc", "abcd", "abcde", "abcdef"})
+    wipe::makeLink(std::string("Documents/") + name, "no such item");
+  wipe::makeFile("tmp/a/file");
+  for (const char *name : {"aa", "a b", "a.b", "a-", "a0"})
+    wipe::makeLink(std::string("tmp/") + name, "no such item");
+  cleanUp();
+  EXPECT_EQ(wipe::tree(wipe::home()), emptied);
+  EXPECT_EQ(wipe::log(0), Lines{});
+}
+
+TEST_F(Wipe, RemovesLinksToNowhereInAFolderThatCouldNotBeRemoved) {
+  wipe::makeFile("Documents/first");
+  wipe::makeFolder("Documents/stubborn/inner");
+  wipe::makeLink("Documents/stubborn/to nowhere", "no such item");
+  wipe::makeLink("Documents/stubborn/inner/to nowhere", "no such item");
+  refuseToRemoveWhatIsStubborn();
+  cleanUp();
+  EXPECT_EQ(wipe::tree(wipe::home("Documents")), Lines{"stubborn"});
+  EXPECT_EQ(wipe::log(0).size(), 1U);
 }
 
 TEST_F(Wipe, RemovesSocketsPipesAndFilesThatAreOpen) {

@@ -119,6 +119,28 @@ TEST(Logger, keepsCharactersBeyondAsciiAndPercentSignsOfArguments) {
   EXPECT_THAT(texts(), ElementsAre("3 Größe 100%@ 日本"));
 }
 
+TEST(Logger, keepsCharactersThatFoundationHoldsInOneByteEach) {
+  [Zorbel wrapperLogAtLevel:3 format:@"%@", [NSString stringWithUTF8String:"Gr\xc3\xb6\xc3\x9f"
+                                                                           "e \xc2\xa0\xc3\xbf."]];
+  EXPECT_THAT(texts(), ElementsAre("3 Gr\xc3\xb6\xc3\x9f"
+                                   "e \xc2\xa0\xc3\xbf."));
+}
+
+TEST(Logger, keepsAZeroInALine) {
+  [Zorbel wrapperLogAtLevel:3 format:@"before%Cafter", static_cast<unichar>(0)];
+  const unichar characters[] = {'a', 0, 'b'};
+  [Zorbel wrapperLogAtLevel:3 format:@"%@", [NSString stringWithCharacters:characters length:3]];
+  const char expected[] = "3 before\0after";
+  EXPECT_THAT(texts(), ElementsAre(std::string(expected, sizeof expected - 1), std::string("3 a\0b", 5)));
+}
+
+TEST(Logger, writesAShortLineWholeAfterALongOne) {
+  NSString *const many = [@"" stringByPaddingToLength:100000 withString:@"long " startingAtIndex:0];
+  [Zorbel wrapperLogAtLevel:1 format:@"%@", many];
+  [Zorbel wrapperLogAtLevel:1 format:@"short"];
+  EXPECT_THAT(texts(), ElementsAre(std::string("1 ") + [many UTF8String], "1 short"));
+}
+
 TEST(Logger, writesAnEmptyTextAsALineWithoutText) {
   [Zorbel wrapperLogAtLevel:4 format:@""];
   EXPECT_THAT(texts(), ElementsAre("4 "));

@@ -61,30 +61,35 @@ private:
     if (isLink(folder)) {
       return;
     }
+    // What the subpaths of all that lies in the item removed last begin with.
+    Strong<NSString> gone;
     // The list is of the whole tree; what each entry of it needs meanwhile is given back at once.
-    forEach(fileManager_.subpathsAtPath(folder), [&](Object subpath) {
+    forEach(fileManager_.subpathsAtPath(folder), [&](Object entry) {
       const AutoreleasePool pool;
-      const NSString path = folder.stringByAppendingPathComponent(NSString::from(subpath));
+      const NSString subpath = NSString::from(entry);
+      const NSString path = folder.stringByAppendingPathComponent(subpath);
       Zorbel::wrapperLogAtLevel_format(4, "Removing item %@"_ns, path);
-      // With a folder its contents have gone, and their turn comes all the same.
-      if (exists(path)) {
-        remove(path);
+      // With a folder its contents have gone, and their turn comes all the same. A link counts itself: it may lead
+      // nowhere, or to what has just been removed. In a folder that has gone there is none to look for.
+      const bool exists =
+          fileManager_.fileExistsAtPath(path) || (!(gone.get() && subpath.hasPrefix(gone.get())) && isLink(path));
+      if (exists && remove(path)) {
+        gone = subpath.stringByAppendingString("/"_ns);
       }
     });
   }
-
-  /// A link counts itself: it may lead nowhere, or to what has just been removed.
-  bool exists(NSString path) const { return fileManager_.fileExistsAtPath(path) || isLink(path); }
 
   bool isLink(NSString path) const {
     return static_cast<bool>(fileManager_.destinationOfSymbolicLinkAtPath_error(path, nullptr));
   }
 
-  void remove(NSString path) const {
+  bool remove(NSString path) const {
     NSError error;
-    if (!fileManager_.removeItemAtPath_error(path, &error)) {
+    const bool removed = fileManager_.removeItemAtPath_error(path, &error);
+    if (!removed) {
       Zorbel::wrapperLogAtLevel_format(0, "Error removing item: %@ (%@)"_ns, path, error);
     }
+    return removed;
   }
 
   /// The last component of the first path, nil without one.

@@ -47,6 +47,7 @@ class NSString : public NSObject {
               "stringByReplacingOccurrencesOfString:withString:", NSString, NSString)
   QVSB_METHOD(NSString, lastPathComponent, "lastPathComponent")
   QVSB_METHOD(NSString, stringByDeletingLastPathComponent, "stringByDeletingLastPathComponent")
+  QVSB_METHOD(NSString, stringByAppendingString, "stringByAppendingString:", NSString)
   QVSB_METHOD(NSString, stringByAppendingPathComponent, "stringByAppendingPathComponent:", NSString)
 
   /// `stringWithFormat:`; arguments are handles, numbers and C strings.
