@@ -102,6 +102,7 @@ void serve(int channel, UIApplication *application) {
     [application qvdevice_setState:UIApplicationStateActive];
     [window makeKeyAndVisible];
     QVDeviceTakeInputCommands(application);
+    QVDeviceTakeScreenCommand(application);
     [context ready];
   }
   [pool release];

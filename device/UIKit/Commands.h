@@ -14,3 +14,6 @@ void QVDeviceTakeMenuCommands(UIApplication* application);
 
 // What happens to the windows: an alert comes up, the app shows another window, the user turns the device.
 void QVDeviceTakeWindowCommands(UIApplication* application);
+
+// A picture of the screen.
+void QVDeviceTakeScreenCommand(UIApplication* application);

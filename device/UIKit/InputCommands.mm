@@ -19,7 +19,14 @@ void deliver(UIApplication *application, UITouch *touch, UITouchPhase phase) {
   [pool release];
 }
 
+// What the user does next takes the edit menu away, unless it is choosing from it.
+void putEditMenuAway() {
+  if ([[UIMenuController sharedMenuController] isMenuVisible])
+    [[UIMenuController sharedMenuController] setMenuVisible:NO animated:YES];
+}
+
 void touchAt(UIApplication *application, CGPoint point) {
+  putEditMenuAway();
   UITouch *const touch = [UITouch qvdevice_touchAtPoint:point];
   id const view = [touch view] ? NSStringFromClass([[touch view] class]) : (id)[NSNull null];
   QVDeviceTrace(@{
@@ -129,6 +136,7 @@ NSString *type(UIApplication *application, NSDictionary *command) {
   if ((problem = QVDeviceNotUsable(application))) return problem;
   if (!writer(&problem)) return problem;
   QVDeviceTrace(@{@"kind" : @"input", @"event" : @"type", @"text" : text});
+  putEditMenuAway();
   // Key by key, as a keyboard does: each may change who is written into.
   for (NSUInteger next = 0; next < [text length];) {
     UIResponder<UIKeyInput> *const responder = writer(&problem);

@@ -13,6 +13,9 @@
 /// What the sheet offers, as the user sees it. Settled when the sheet is shown.
 @property (nonatomic, readonly) NSArray *qvdevice_offered;
 
+/// What it shares.
+@property (nonatomic, readonly) NSArray *qvdevice_items;
+
 /// The user chooses an activity: what follows is what a sheet of this release does, private methods included.
 - (void)qvdevice_choose:(UIActivity *)activity;
 

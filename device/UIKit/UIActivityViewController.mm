@@ -68,6 +68,10 @@ UIActivityViewController *shown;
   return _offered;
 }
 
+- (NSArray *)qvdevice_items {
+  return _activityItems;
+}
+
 - (void)qvdevice_choose:(UIActivity *)activity {
   // The sheet may go while the activity is being performed.
   [[self retain] autorelease];

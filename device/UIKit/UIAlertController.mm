@@ -1,8 +1,10 @@
 #import <UIKit/UIKit.h>
 
+#import "AlertBox.h"
+
 namespace {
 
-const CGFloat width = 270, rowHeight = 44;
+const CGFloat width = 270;
 
 } // namespace
 
@@ -100,26 +102,14 @@ const CGFloat width = 270, rowHeight = 44;
 - (void)viewDidLoad {
   [super viewDidLoad];
   UIView *const view = [self view];
-  const CGRect bounds = [view bounds];
-  const CGFloat height = rowHeight * static_cast<CGFloat>([_actions count] + 1);
-  UIView *const box = [[[UIView alloc]
-      initWithFrame:CGRectMake(CGRectGetMidX(bounds) - width / 2, CGRectGetMidY(bounds) - height / 2, width, height)]
-      autorelease];
+  [view setBackgroundColor:[UIColor colorWithWhite:0 alpha:0.24]];
+  UIView *const box = [[[QVDeviceAlertBox alloc] initWithTitle:[self title] message:_message actions:_actions
+                                                         width:width
+                                                        target:self
+                                                        action:@selector(qvdevice_choose:)] autorelease];
+  [box setCenter:[view center]];
   [box setAutoresizingMask:UIViewAutoresizingFlexibleLeftMargin | UIViewAutoresizingFlexibleRightMargin |
                            UIViewAutoresizingFlexibleTopMargin | UIViewAutoresizingFlexibleBottomMargin];
-  UILabel *const label = [[[UILabel alloc] initWithFrame:CGRectMake(0, 0, width, rowHeight)] autorelease];
-  [label setText:[self title] ? [self title] : _message];
-  [box addSubview:label];
-  for (NSUInteger row = 0; row < [_actions count]; ++row) {
-    UIAlertAction *const action = [_actions objectAtIndex:row];
-    UIButton *const button = [UIButton buttonWithType:UIButtonTypeSystem];
-    [button setFrame:CGRectMake(0, rowHeight * static_cast<CGFloat>(row + 1), width, rowHeight)];
-    [button setTitle:[action title] forState:UIControlStateNormal];
-    [button setEnabled:[action isEnabled]];
-    [button setTag:static_cast<NSInteger>(row)];
-    [button addTarget:self action:@selector(qvdevice_choose:) forControlEvents:UIControlEventTouchUpInside];
-    [box addSubview:button];
-  }
   [view addSubview:box];
 }
 

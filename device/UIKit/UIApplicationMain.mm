@@ -37,6 +37,7 @@ void launch(NSString *principalClassName, NSString *delegateClassName) {
   QVDeviceTakeInputCommands(application);
   QVDeviceTakeMenuCommands(application);
   QVDeviceTakeWindowCommands(application);
+  QVDeviceTakeScreenCommand(application);
   [application qvdevice_launch];
   [pool release];
 }

@@ -1,6 +1,7 @@
 #import <UIKit/UIKit.h>
 
 #import "FirstResponder.h"
+#import "TextFieldSelection.h"
 
 NSNotificationName const UITextFieldTextDidBeginEditingNotification = @"UITextFieldTextDidBeginEditingNotification";
 NSNotificationName const UITextFieldTextDidEndEditingNotification = @"UITextFieldTextDidEndEditingNotification";
@@ -110,6 +111,14 @@ NSNotificationName const UITextFieldTextDidChangeNotification = @"UITextFieldTex
   if (![self hasText]) return;
   [self replace:_selection.length ? _selection : [_text rangeOfComposedCharacterSequenceAtIndex:[_text length] - 1]
            with:@""];
+}
+
+@end
+
+@implementation UITextField (QVDeviceSelection)
+
+- (NSRange)qvdevice_selection {
+  return _selection;
 }
 
 @end

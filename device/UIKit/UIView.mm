@@ -2,6 +2,8 @@
 
 #import "FirstResponder.h"
 
+#import <QuartzCore/CALayer.h>
+
 @implementation UIView
 
 - (instancetype)init {
@@ -25,6 +27,7 @@
     subview->_superview = nil;
   [_subviews release];
   [_backgroundColor release];
+  [_layer release];
   [super dealloc];
 }
 
@@ -36,6 +39,11 @@
 @synthesize userInteractionEnabled = _userInteractionEnabled;
 @synthesize backgroundColor = _backgroundColor;
 @synthesize superview = _superview;
+
+- (CALayer *)layer {
+  if (!_layer) _layer = [[CALayer alloc] init];
+  return _layer;
+}
 
 - (UIResponder *)nextResponder {
   return _controller ? (UIResponder *)_controller : (UIResponder *)_superview;

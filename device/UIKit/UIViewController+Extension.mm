@@ -14,6 +14,8 @@ void QVDeviceSetExtensionRoot(UIViewController *controller, NSExtensionContext *
   rootContext = context;
 }
 
+UIViewController *QVDeviceExtensionRoot(void) { return root; }
+
 @implementation UIViewController (NSExtensionAdditions)
 
 - (NSExtensionContext *)extensionContext {

@@ -1,4 +1,4 @@
-#import <UIKit/UIVisualEffectView.h>
+#import "BlurStyle.h"
 
 @implementation UIVisualEffect
 
@@ -32,6 +32,14 @@
   NSString *const name =
       style < sizeof names / sizeof *names ? names[style] : [NSString stringWithFormat:@"%ld", (long)_style];
   return [NSString stringWithFormat:@"<UIBlurEffect: %p> style=%@", self, name];
+}
+
+@end
+
+@implementation UIBlurEffect (QVDeviceBlurStyle)
+
+- (UIBlurEffectStyle)qvdevice_style {
+  return _style;
 }
 
 @end

@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 
 #include "container/Json.h"
 
@@ -99,7 +100,12 @@ std::string carryOut(const std::string &line) {
   result = nil;
   const std::string line = answer.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
   // Whoever asked may be gone; that is no reason to end the app.
-  [[maybe_unused]] const ssize_t sent = ::send(descriptor_, line.data(), line.size(), MSG_NOSIGNAL);
+  for (std::string_view rest = line; !rest.empty();) {
+    const ssize_t sent = ::send(descriptor_, rest.data(), rest.size(), MSG_NOSIGNAL);
+    if (sent < 0 && errno == EINTR) continue;
+    if (sent <= 0) break;
+    rest.remove_prefix(static_cast<std::size_t>(sent));
+  }
 }
 
 - (void)stop {

@@ -14,6 +14,7 @@
 #import <UIKit/UIDocument.h>
 #import <UIKit/UIDocumentInteractionController.h>
 #import <UIKit/UIEvent.h>
+#import <UIKit/UIFont.h>
 #import <UIKit/UIGraphics.h>
 #import <UIKit/UIImage.h>
 #import <UIKit/UIKitDefines.h>

@@ -3,7 +3,7 @@
 #import <CoreGraphics/CGGeometry.h>
 #import <UIKit/UIResponder.h>
 
-@class UIColor, UIEvent, UIViewController, UIWindow;
+@class CALayer, UIColor, UIEvent, UIViewController, UIWindow;
 
 typedef NS_OPTIONS(NSUInteger, UIViewAutoresizing) {
   UIViewAutoresizingNone = 0,
@@ -23,6 +23,7 @@ typedef NS_OPTIONS(NSUInteger, UIViewAutoresizing) {
   NSInteger _tag;
   UIViewAutoresizing _autoresizingMask;
   UIColor *_backgroundColor;
+  CALayer *_layer;
   NSMutableArray *_subviews;
   UIView *_superview;
   UIViewController *_controller;
@@ -48,6 +49,7 @@ typedef NS_OPTIONS(NSUInteger, UIViewAutoresizing) {
 @property (nonatomic, getter=isOpaque) BOOL opaque;
 @property (nonatomic, getter=isUserInteractionEnabled) BOOL userInteractionEnabled;
 @property (nonatomic, copy) UIColor *backgroundColor;
+@property (nonatomic, readonly) CALayer *layer;
 
 @property (nonatomic, readonly) UIView *superview;
 @property (nonatomic, readonly) NSArray *subviews;

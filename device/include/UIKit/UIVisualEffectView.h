@@ -22,7 +22,7 @@ typedef NS_ENUM(NSInteger, UIBlurEffectStyle) {
 
 @end
 
-/// Nothing is drawn on a device without a display; that a view blurs can be asked of it.
+/// What lies behind it is blurred in pictures of the screen.
 @interface UIVisualEffectView : UIView {
 @private
   UIVisualEffect *_effect;

@@ -1,0 +1,7 @@
+#import <QuartzCore/CALayer.h>
+
+@implementation CALayer
+
+@synthesize cornerRadius = _cornerRadius;
+
+@end
