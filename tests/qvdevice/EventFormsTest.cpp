@@ -113,6 +113,18 @@ TEST(Event, ofTheSdkHoldsWhatItAsks) {
             R"({"do":"ask","question":"canAppDisplayPasscodeExtension"})");
 }
 
+TEST(Event, thatLooksAtTheScreenMayHaveATitle) {
+  const std::vector<Event> events = eventsOf("screen\nscreen The share sheet # offers nothing");
+  ASSERT_EQ(events.size(), 3u);
+  for (std::size_t i = 0; i < 2; ++i) {
+    EXPECT_EQ(events[i].kind, Kind::kScreen);
+    EXPECT_EQ(events[i].name, "screen");
+    EXPECT_TRUE(events[i].command.empty());
+  }
+  EXPECT_EQ(events[0].title, "");
+  EXPECT_EQ(events[1].title, "The share sheet");
+}
+
 TEST(Event, thatAwaitsTheAppHoldsTheCall) {
   const std::vector<Event> events = eventsOf("await displayMessage: # comes");
   ASSERT_EQ(events.size(), 2u);

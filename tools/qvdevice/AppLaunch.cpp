@@ -98,14 +98,15 @@ Launch makeLaunch(const LaunchOptions& options, const Bundle& bundle, const fs::
 }
 
 Outcome playApp(const LaunchOptions& options, const Bundle& bundle, const fs::path& container, bool kept,
-                const fs::path& device, const std::vector<Event>& events, Report& report) {
+                const fs::path& device, const std::vector<Event>& events, Report& report, ScreenFolder* screens) {
   const Launch launch = makeLaunch(options, bundle, container, device);
   const ContainerWatch watch(container, bundle.folder.filename().string());
   report.begin(
       {bundle, options.systemVersion, options.idiom, options.defaultProtection, container, kept, !options.noLibrary});
   try {
-    const Outcome outcome =
-        AppRun(bundle.name(), std::chrono::seconds(options.timeoutSeconds), report).play(launch, device, events);
+    AppRun run(bundle.name(), std::chrono::seconds(options.timeoutSeconds), report);
+    run.keepScreensIn(screens);
+    const Outcome outcome = run.play(launch, device, events);
     report.end(watch.written(), outcome);
     return outcome;
   } catch (const std::system_error& error) {

@@ -9,6 +9,7 @@
 #include "Child.h"
 #include "Events.h"
 #include "Report.h"
+#include "ScreenFolder.h"
 
 namespace qvdevice {
 
@@ -39,8 +40,10 @@ Launch makeLaunch(const LaunchOptions& options, const Bundle& bundle, const std:
                   const std::filesystem::path& device);
 
 /// Launches an app and plays the events to it, from the report's begin to its end. `kept` says that the container
-/// outlasts the program. Throws Failure when the app cannot even be started.
+/// outlasts the program; pictures of the screen are written to `screens`, too. Throws Failure when the app cannot even
+/// be started.
 Outcome playApp(const LaunchOptions& options, const Bundle& bundle, const std::filesystem::path& container, bool kept,
-                const std::filesystem::path& device, const std::vector<Event>& events, Report& report);
+                const std::filesystem::path& device, const std::vector<Event>& events, Report& report,
+                ScreenFolder* screens = nullptr);
 
 } // namespace qvdevice

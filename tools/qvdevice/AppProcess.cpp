@@ -81,10 +81,10 @@ void AppProcess::readOutput() {
 }
 
 void AppProcess::readAnswers() {
-  std::array<char, 4096> buffer;
+  std::array<char, 65536> buffer;
   const ssize_t length = recv(control_, buffer.data(), buffer.size(), MSG_DONTWAIT);
   if (length > 0) {
-    answers_.append(buffer.data(), static_cast<std::size_t>(length));
+    answers_.add({buffer.data(), static_cast<std::size_t>(length)});
   } else if (length == 0 || (errno != EAGAIN && errno != EINTR)) {
     controlOpen_ = false;
   }
@@ -146,13 +146,10 @@ std::optional<Answer> AppProcess::ask(const nlohmann::ordered_json& command, Clo
     readUntil([] { return false; }, limit);
     return std::nullopt;
   }
-  if (!readUntil([this] { return answers_.find('\n') != std::string::npos; }, limit)) {
-    return std::nullopt;
-  }
-  const std::size_t end = answers_.find('\n');
-  const std::string answer = answers_.substr(0, end);
-  answers_.erase(0, end + 1);
-  return answerIn(answer);
+  answers_.expect();
+  std::optional<std::string> answer;
+  readUntil([&] { return (answer = answers_.take()).has_value(); }, limit);
+  return answer ? std::optional(answerIn(*answer)) : std::nullopt;
 }
 
 pid_t AppProcess::awaitExtension(Clock::duration limit) {
@@ -186,6 +183,10 @@ std::optional<Answer> AppProcess::askExtension(const nlohmann::ordered_json& com
     return std::nullopt;
   }
   return answer ? answerIn(*answer) : Answer{};
+}
+
+bool AppProcess::extensionListens() {
+  return extensions_ && extensions_->newest() != 0 && !extensions_->owesAnswer(extensions_->newest());
 }
 
 std::optional<std::string> AppProcess::killExtension(Clock::duration limit) {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "Answers.h"
 #include "Child.h"
 #include "Console.h"
 #include "ExtensionService.h"
@@ -49,6 +50,8 @@ public:
   std::optional<std::string> tellExtension(const nlohmann::ordered_json& command, Clock::duration limit);
   /// The same, with what it answers.
   std::optional<Answer> askExtension(const nlohmann::ordered_json& command, Clock::duration limit);
+  /// Whether an extension runs, and has answered what it was told before.
+  bool extensionListens();
   /// Ends its process as the system does that needs the memory.
   std::optional<std::string> killExtension(Clock::duration limit);
 
@@ -71,7 +74,7 @@ private:
   std::optional<Child> child_;
   std::optional<int> ended_;
   Clock::time_point lastSaid_ = Clock::now();
-  std::string answers_;
+  Answers answers_;
 };
 
 } // namespace qvdevice

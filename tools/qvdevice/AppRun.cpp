@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 
 #include "Failure.h"
+#include "ScreenPicture.h"
 
 namespace qvdevice {
 
@@ -79,6 +80,11 @@ Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const s
     case Event::Kind::kWait:
       app.readUntil([] { return false; }, event.wait);
       break;
+    case Event::Kind::kScreen:
+      if (const auto outcome = takePicture(app, event, rest)) {
+        return *outcome;
+      }
+      break;
     case Event::Kind::kTerminate:
       return terminate(app, event);
     case Event::Kind::kEnds:
@@ -142,6 +148,26 @@ std::optional<Outcome> AppRun::tellExtension(AppProcess& app, const Event& event
     return Outcome{kAppFailed, name_ + "'s extension " + at(event) + "refused \"" + event.name + "\": " + *answer};
   }
   app.readUntilQuiet(kSettled, limit_);
+  return std::nullopt;
+}
+
+std::optional<Outcome> AppRun::takePicture(AppProcess& app, const Event& event, Unplayed rest) {
+  auto answer = askForScreen(app, limit_);
+  if (!answer) {
+    return app.ended() ? endedByItself(*app.ended(), rest) : hung(at(event) + "gave no picture in " + limitText_);
+  }
+  if (!answer->refusal.empty()) {
+    return Outcome{kAppFailed, name_ + " " + at(event) + "refused \"" + event.name + "\": " + answer->refusal};
+  }
+  nlohmann::ordered_json record{{"kind", "screen"}, {"title", nullptr}};
+  if (!event.title.empty()) {
+    record["title"] = event.title;
+  }
+  record.update(answer->result);
+  if (screens_ != nullptr) {
+    record["file"] = screens_->write(event.title, record.value("png", ""));
+  }
+  report_.record(record);
   return std::nullopt;
 }
 

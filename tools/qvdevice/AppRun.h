@@ -11,6 +11,7 @@
 #include "AppProcess.h"
 #include "Events.h"
 #include "Report.h"
+#include "ScreenFolder.h"
 #include "Stream.h"
 
 namespace qvdevice {
@@ -23,6 +24,9 @@ public:
   AppRun(const AppRun&) = delete;
   AppRun& operator=(const AppRun&) = delete;
 
+  /// Pictures of the screen are written there, too, unless it is null; it outlives this object.
+  void keepScreensIn(ScreenFolder* folder) { screens_ = folder; }
+
   /// `device` is the folder of the device that the app runs on; empty when it has none. Throws std::system_error when
   /// the app cannot be started at all.
   Outcome play(Launch launch, const std::filesystem::path& device, const std::vector<Event>& events);
@@ -34,6 +38,7 @@ private:
   std::optional<Outcome> await(AppProcess& app, const Event& event, Unplayed rest);
   std::optional<Outcome> tellExtension(AppProcess& app, const Event& event, Unplayed rest);
   std::optional<Outcome> tell(AppProcess& app, const Event& event, Unplayed afterwards);
+  std::optional<Outcome> takePicture(AppProcess& app, const Event& event, Unplayed rest);
   Outcome terminate(AppProcess& app, const Event& event);
   Outcome awaitEnd(AppProcess& app, const Event& event);
 
@@ -44,6 +49,7 @@ private:
   AppProcess::Clock::duration limit_;
   std::string limitText_;
   Report& report_;
+  ScreenFolder* screens_ = nullptr;
   Stream stream_;
   std::string lastLine_;
   bool launched_ = false;

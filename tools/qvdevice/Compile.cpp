@@ -67,7 +67,8 @@ Order readOrder(const std::vector<std::string>& arguments) {
       return order;
     } else if (*word == "-framework") {
       // As one writes it for the phone; the device has its frameworks in one library.
-      static const std::set<std::string> kFrameworks{"Accelerate", "CoreData", "CoreGraphics", "Foundation", "UIKit"};
+      static const std::set<std::string> kFrameworks{"Accelerate", "CoreData",   "CoreGraphics",
+                                                     "Foundation", "QuartzCore", "UIKit"};
       if (const std::string framework = value(); !kFrameworks.contains(framework)) {
         throw Failure(kUsage, "the device has no framework " + framework);
       }

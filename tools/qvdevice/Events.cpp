@@ -188,6 +188,12 @@ void readWindow(EventLine& line, Event& event) {
   }
 }
 
+void readScreen(EventLine& line, Event& event) {
+  if (!line.atEnd()) {
+    event.title = line.text("the title of a picture is not empty");
+  }
+}
+
 void readNothing(EventLine&, Event&) {}
 
 struct Form {
@@ -222,6 +228,7 @@ constexpr std::array kForms{Form{"activate", Kind::kCommand, "becomeActive", rea
                             Form{"wait", Kind::kWait, "", readWait},
                             Form{"chapter", Kind::kChapter, "", readChapter},
                             Form{"ends", Kind::kEnds, "", readNothing},
+                            Form{"screen", Kind::kScreen, "", readScreen},
                             Form{"terminate", Kind::kTerminate, "terminate", readNothing}};
 
 const Form& formNamed(EventLine& line, std::string_view name, std::span<const std::string_view> others) {
@@ -250,7 +257,7 @@ void readExtension(EventLine& line, Event& event) {
 }
 
 Event makeEvent(std::string name, Kind kind, std::string_view verb, std::size_t line = 0) {
-  Event event{kind, std::move(name), {}, {}, {}, line};
+  Event event{kind, std::move(name), {}, {}, {}, {}, line};
   if (!verb.empty()) {
     event.command["do"] = verb;
   }

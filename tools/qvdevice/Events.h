@@ -22,6 +22,7 @@ struct Event {
     kAwait,     // the app is to ask the SDK for something
     kWait,      // time passes
     kChapter,   // nothing: what follows belongs together, and has a title
+    kScreen,    // a picture of the screen is taken
     kTerminate, // the app is told to end
     kEnds       // the app ends by itself
   };
@@ -31,6 +32,7 @@ struct Event {
   nlohmann::ordered_json command; // what the app is told: "do" and what belongs to it
   std::chrono::milliseconds wait{0};
   std::string call;     // at the SDK, that is awaited; the title of a chapter
+  std::string title;    // of the picture; empty when it has none
   std::size_t line = 0; // in the events file; 0 for what is not in one
 };
 

@@ -16,6 +16,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "Answers.h"
 #include "Failure.h"
 #include "Installation.h"
 #include "InstalledApps.h"
@@ -115,7 +116,7 @@ struct ExtensionService::Running {
   int connection;
   int control;
   int process = -1; // ready when it has ended
-  std::string answers;
+  Answers answers;
 };
 
 ExtensionService::ExtensionService(std::filesystem::path device, std::vector<std::pair<int, int>> descriptors)
@@ -265,10 +266,10 @@ pid_t ExtensionService::launch(const std::string& identifier, const std::optiona
 }
 
 void ExtensionService::readAnswers(Running& running) {
-  std::array<char, 4096> buffer;
+  std::array<char, 65536> buffer;
   const ssize_t length = recv(running.control, buffer.data(), buffer.size(), MSG_DONTWAIT);
   if (length > 0) {
-    running.answers.append(buffer.data(), static_cast<std::size_t>(length));
+    running.answers.add({buffer.data(), static_cast<std::size_t>(length)});
   } else if (length == 0 || (errno != EAGAIN && errno != EINTR)) {
     // It listens no longer; its end is seen elsewhere.
     epoll_ctl(epoll_, EPOLL_CTL_DEL, running.control, nullptr);
@@ -304,21 +305,24 @@ const std::filesystem::path& ExtensionService::containerOf(const std::string& id
 pid_t ExtensionService::newest() const { return running_.empty() ? 0 : running_.back()->child.pid(); }
 
 bool ExtensionService::tell(pid_t extension, const nlohmann::ordered_json& command) {
-  const Running* const running = runningAs(extension);
+  Running* const running = runningAs(extension);
   const std::string line = command.dump() + "\n";
-  return running != nullptr && send(running->control, line.data(), line.size(), MSG_NOSIGNAL | MSG_DONTWAIT) ==
-                                   static_cast<ssize_t>(line.size());
+  if (running == nullptr || send(running->control, line.data(), line.size(), MSG_NOSIGNAL | MSG_DONTWAIT) !=
+                                static_cast<ssize_t>(line.size())) {
+    return false;
+  }
+  running->answers.expect();
+  return true;
 }
 
 std::optional<std::string> ExtensionService::answer(pid_t extension) {
   Running* const running = runningAs(extension);
-  const std::size_t end = running == nullptr ? std::string::npos : running->answers.find('\n');
-  if (end == std::string::npos) {
-    return std::nullopt;
-  }
-  std::string line = running->answers.substr(0, end);
-  running->answers.erase(0, end + 1);
-  return line;
+  return running == nullptr ? std::nullopt : running->answers.take();
+}
+
+bool ExtensionService::owesAnswer(pid_t extension) {
+  Running* const running = runningAs(extension);
+  return running != nullptr && running->answers.isOwed();
 }
 
 void ExtensionService::kill(pid_t extension) {

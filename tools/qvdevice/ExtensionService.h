@@ -43,8 +43,10 @@ public:
   pid_t newest() const;
   /// Tells an extension's process to do something; false when it runs no longer.
   bool tell(pid_t extension, const nlohmann::ordered_json& command);
-  /// The line that it answered with, once it is there.
+  /// The line that it answered what it was told last with, once it is there.
   std::optional<std::string> answer(pid_t extension);
+  /// Whether it has been told something that it has not answered yet.
+  bool owesAnswer(pid_t extension);
   void kill(pid_t extension);
 
 private:

@@ -46,6 +46,9 @@ public:
     if (event.kind == Event::Kind::kAwait) {
       object["call"] = event.call;
     }
+    if (event.kind == Event::Kind::kScreen) {
+      object["title"] = orNull(event.title);
+    }
     for (const auto& [key, value] : event.command.items()) {
       if (key != "do") {
         object[key] = value;

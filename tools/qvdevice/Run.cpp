@@ -16,6 +16,11 @@ int run(const RunOptions& options) {
     throw Failure(kNoInput, "there is no policies file at " + options.policies->string());
   }
 
+  std::optional<ScreenFolder> screens;
+  if (options.screens) {
+    screens.emplace(*options.screens);
+  }
+
   std::optional<TemporaryContainer> temporary;
   if (!options.container) {
     temporary.emplace();
@@ -27,7 +32,7 @@ int run(const RunOptions& options) {
   const DeviceToRunOn device(options.device, options.installed);
   const auto report = options.json ? makeJsonReport() : makeTextReport(options.verbose, wantsColour());
   return playApp(options, bundle, container, options.keep || options.container.has_value(), device.folder(), events,
-                 *report)
+                 *report, screens ? &*screens : nullptr)
       .status;
 }
 

@@ -17,6 +17,8 @@ struct RunOptions : LaunchOptions {
   /// Apps to install on the device, for the sake of their extensions and documents.
   std::vector<std::filesystem::path> installed;
   std::optional<std::filesystem::path> events;
+  /// Where the pictures of the screen are written.
+  std::optional<std::filesystem::path> screens;
   bool keep = false;
   bool json = false;
   bool verbose = false;

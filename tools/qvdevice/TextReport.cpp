@@ -98,6 +98,8 @@ public:
       entry("sdk", "asks " + answerInWords(record));
     } else if (kind == "rotation") {
       entry("screen", rotationInWords(record), Colour::kCyan);
+    } else if (kind == "screen") {
+      entry("screen", pictureInWords(record), Colour::kCyan);
     } else if (kind == "windows") {
       for (const std::string& row : windowsInWords(record)) {
         entry("windows", row);
@@ -110,7 +112,7 @@ public:
   void event(const Event& event) override {
     // A step of the app's life tells of itself.
     static const std::set<std::string> kSteps{"activate",  "resign", "background", "foreground",
-                                              "terminate", "wait",   "ends"};
+                                              "terminate", "wait",   "ends",       "screen"};
     const bool step = kSteps.contains(event.name);
     if (verbose_ || !step) {
       entry("event", eventInWords(event), step ? Colour::kDim : Colour::kCyan);

@@ -143,6 +143,15 @@ std::string rotationInWords(const Json& record) {
 
 static constexpr std::string_view kInExtension = "extension ";
 
+std::string pictureInWords(const Json& record) {
+  const std::string file = textOf(record, "file");
+  const std::string title = textOf(record, "title");
+  return (!file.empty()    ? file
+          : !title.empty() ? dumped(title)
+                           : "a picture") +
+         " (" + dumped(record["width"]) + "x" + dumped(record["height"]) + ")";
+}
+
 std::string eventInWords(const Event& event) {
   const Json& command = event.command;
   if (event.name.starts_with(kInExtension)) {
@@ -156,6 +165,9 @@ std::string eventInWords(const Event& event) {
   }
   if (event.kind == Event::Kind::kAwait) {
     return "the app has to ask the SDK for " + event.call;
+  }
+  if (event.kind == Event::Kind::kScreen) {
+    return "the screen is looked at" + (event.title.empty() ? "" : ": " + event.title);
   }
   if (event.kind == Event::Kind::kEnds) {
     return "the app has to end by itself now";

@@ -31,6 +31,8 @@ std::vector<std::string> windowsInWords(const nlohmann::ordered_json& record);
 std::string answerInWords(const nlohmann::ordered_json& record);
 /// Whether the screen turns with the device.
 std::string rotationInWords(const nlohmann::ordered_json& record);
+/// A picture of the screen that was taken.
+std::string pictureInWords(const nlohmann::ordered_json& record);
 /// What is done to the app.
 std::string eventInWords(const Event& event);
 

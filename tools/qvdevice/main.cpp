@@ -45,7 +45,7 @@ static void addRun(CLI::App& run, RunOptions& options) {
       "background, foreground, set KEY JSON [MESSAGE], open URL [from BUNDLEID], touch [X Y], tap TITLE, "
       "perform SELECTOR, menu, choose TITLE, type TEXT, dictate TEXT, keyboard [show|hide], alert TITLE, window "
       "WHAT NAME [LEVEL], windows, rotate HELD, authenticate, ask QUESTION, extension EVENT, await CALL, "
-      "wait MILLISECONDS, ends, terminate; without it "
+      "wait MILLISECONDS, screen [TITLE], ends, terminate; without it "
       "the app is used, put away and ended");
   CLI::Option* url =
       run.add_option("--launch-url", options.launchUrl, "A URL that the app is launched with, to open it");
@@ -68,6 +68,7 @@ static void addRun(CLI::App& run, RunOptions& options) {
                  "Where the device keeps what its apps have in common, the pasteboard for one; without it the app has "
                  "a device to itself");
   addInstall(run, options.installed);
+  run.add_option("--screens", options.screens, "A folder for the pictures of the screen that `screen` takes");
   run.add_flag("--keep", options.keep, "Leave the fresh container behind and say where it is");
   run.add_flag("--no-library", options.noLibrary, "Run the app by itself, to compare");
   run.add_flag("--json", options.json, "One JSON object a line instead of text");
