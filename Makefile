@@ -5,7 +5,7 @@
 JOBS ?= $(shell nproc)
 
 help:
-	@echo "make demo    an ordinary app under the sandbox, on the simulated device"
+	@echo "make demo    a day of a managed phone: apps under the sandbox, on the simulated device"
 	@echo "make test    build all and run the tests"
 	@echo "make asan    the tests under AddressSanitizer and UBSan"
 	@echo "make tsan    the tests that have threads, under ThreadSanitizer"
@@ -23,7 +23,7 @@ build = scripts/build.sh $(1) $(JOBS) $(2)
 
 demo: setup
 	@$(call build,linux)
-	@build/linux/bin/qvdevice run build/linux/apps/Notes.app
+	@build/linux/bin/qvdevice play apps/day.scenario
 
 test: setup
 	@$(call build,linux)

@@ -71,7 +71,10 @@
                                          applicationActivities:nil] autorelease];
   sheet.completionWithItemsHandler = ^(UIActivityType type, BOOL completed, NSArray *items, NSError *error) {
     (void)items, (void)error;
-    NSLog(completed ? @"Shared by %@." : @"Not shared by %@.", type);
+    if (type)
+      NSLog(completed ? @"Shared by %@." : @"Not shared by %@.", type);
+    else
+      NSLog(@"Not shared.");
   };
   [self presentViewController:sheet animated:YES completion:nil];
 }

@@ -1,5 +1,5 @@
 // "menu" shows the edit menu over what is being edited. "choose" takes what a menu or a sheet offers: "title" is an
-// entry's title, or the type of an activity, or the identifier of an app.
+// entry's title, or the type of an activity, or the identifier of an app. "cancel" puts the menu or sheet away.
 #import "Commands.h"
 
 #import "CommandArguments.h"
@@ -70,6 +70,28 @@ NSString *choose(UIApplication *application, NSDictionary *command) {
   return @"there is nothing to choose from: no menu and no share sheet is shown";
 }
 
+void cancelSheet(UIActivityViewController *sheet) {
+  // The handler may let go of the sheet.
+  [[sheet retain] autorelease];
+  [sheet dismissViewControllerAnimated:YES completion:nil];
+  if ([sheet completionWithItemsHandler]) [sheet completionWithItemsHandler](nil, NO, nil, nil);
+}
+
+NSString *cancel(UIApplication *application, NSDictionary *command) {
+  if (NSString *const unexpected = QVDeviceUnexpectedArgument(command, @[])) return unexpected;
+  if (NSString *const problem = QVDeviceNotUsable(application)) return problem;
+  if (UIActivityViewController *const sheet = [UIActivityViewController qvdevice_shown]) {
+    cancelSheet(sheet);
+  } else if (UIDocumentInteractionController *const menu = [UIDocumentInteractionController qvdevice_shown]) {
+    [menu dismissMenuAnimated:YES];
+  } else if ([[UIMenuController sharedMenuController] isMenuVisible]) {
+    [[UIMenuController sharedMenuController] setMenuVisible:NO animated:YES];
+  } else {
+    return @"there is nothing to cancel: no menu and no share sheet is shown";
+  }
+  return nil;
+}
+
 NSString *menu(UIApplication *application, NSDictionary *command) {
   if (NSString *const unexpected = QVDeviceUnexpectedArgument(command, @[])) return unexpected;
   if (NSString *const problem = QVDeviceNotUsable(application)) return problem;
@@ -83,6 +105,9 @@ NSString *menu(UIApplication *application, NSDictionary *command) {
 void QVDeviceTakeMenuCommands(UIApplication *application) {
   QVDeviceSetControlHandler(@"choose", ^NSString *(NSDictionary *command) {
     return choose(application, command);
+  });
+  QVDeviceSetControlHandler(@"cancel", ^NSString *(NSDictionary *command) {
+    return cancel(application, command);
   });
   QVDeviceSetControlHandler(@"menu", ^NSString *(NSDictionary *command) {
     return menu(application, command);

@@ -180,6 +180,42 @@ TEST_F(Play, stopsAtAnEventThatTheAppRefuses) {
   EXPECT_THAT(sentence(ended), HasSubstr("stopped at its 1st launch: Notes (line 2 of the events) refused \"tap\""));
 }
 
+TEST_F(Play, goesOnAfterAnEventThatIsToBeRefusedAndIs) {
+  const Ended ended = play("launch Notes\nrefused tap Nowhere\nrefused choose Copy\nrefused cancel\n");
+  EXPECT_EQ(ended.status, 0) << ended.out;
+  std::vector<std::string> reasons;
+  for (const auto& record : objectsOf(ended.out, "refused")) {
+    reasons.push_back(record["event"].get<std::string>() + ": " + record["reason"].get<std::string>());
+  }
+  ASSERT_EQ(reasons.size(), 3u);
+  EXPECT_THAT(reasons[0], StartsWith("tap: "));
+  EXPECT_EQ(reasons[1], "choose: there is nothing to choose from: no menu and no share sheet is shown");
+  EXPECT_EQ(reasons[2], "cancel: there is nothing to cancel: no menu and no share sheet is shown");
+  EXPECT_EQ(objectsOf(ended.out, "event")[0]["refused"], true);
+}
+
+TEST_F(Play, stopsAtAnEventThatIsToBeRefusedAndIsNot) {
+  const Ended ended = play("launch Notes\nrefused tap Edit\n");
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(sentence(ended), HasSubstr("Notes (line 2 of the events) did not refuse \"tap\""));
+}
+
+TEST_F(Play, putsAwayWhatIsOffered) {
+  folder.write("p.json", R"({"ready": true, "authState": 1, "openInPolicy": 1, "pasteboardPolicy": 1})");
+  const Ended cancelled = play("install Reader\nlaunch Notes policies p.json\ntap Share\ncancel\nrefused cancel\n"
+                               "tap Open in\ncancel\nrefused cancel\ntap Edit\nmenu\ncancel\nrefused cancel\n");
+  EXPECT_EQ(cancelled.status, 0) << cancelled.out;
+  EXPECT_THAT(output(cancelled), Contains(HasSubstr("Not shared.")));
+  std::vector<std::string> gone;
+  for (const auto& object : objectsOf(cancelled.out)) {
+    const std::string event = object["kind"] != "event" && object.contains("event") ? object["event"] : "";
+    if (event == "dismissed" || event == "hidden") {
+      gone.push_back(object["kind"]);
+    }
+  }
+  EXPECT_THAT(gone, ElementsAre("sheet", "openInMenu", "menu"));
+}
+
 TEST_F(Play, intoAFolderThatIsNoContainersOrNoDevicesIsRefused) {
   folder.write("mine.txt", "mine");
   folder.app("One", kCounter);

@@ -59,7 +59,7 @@ Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const s
   for (Unplayed rest = events; !rest.empty(); rest = rest.subspan(1)) {
     const Event& event = rest.front();
     if (event.kind == Event::Kind::kChapter) {
-      report_.chapter(event.call);
+      report_.chapter(event.title);
       continue;
     }
     if (app.ended() && event.kind != Event::Kind::kEnds) {
@@ -103,13 +103,28 @@ Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const s
   return hung("was never told to end");
 }
 
+std::optional<Outcome> AppRun::judge(const std::string& who, const Event& event, const std::string& refusal) const {
+  if (event.refused && refusal.empty()) {
+    return Outcome{kAppFailed, who + " " + at(event) + "did not refuse \"" + event.name + "\""};
+  }
+  if (!event.refused && !refusal.empty()) {
+    return Outcome{kAppFailed, who + " " + at(event) + "refused \"" + event.name + "\": " + refusal};
+  }
+  if (event.refused) {
+    report_.record({{"kind", "refused"}, {"event", event.name}, {"reason", refusal}});
+  }
+  return std::nullopt;
+}
+
 std::optional<Outcome> AppRun::tell(AppProcess& app, const Event& event, Unplayed rest) {
   const auto answer = app.tell(event.command, limit_);
   if (!answer && !app.ended()) {
     return hung(at(event) + "gave no answer in " + limitText_);
   }
-  if (answer && !answer->empty()) {
-    return Outcome{kAppFailed, name_ + " " + at(event) + "refused \"" + event.name + "\": " + *answer};
+  if (answer) {
+    if (auto outcome = judge(name_, event, *answer)) {
+      return outcome;
+    }
   }
   // Without an answer nobody knows whether it was the event that made the app end, or whether it came too late.
   const auto next =
@@ -144,8 +159,8 @@ std::optional<Outcome> AppRun::tellExtension(AppProcess& app, const Event& event
   if (!answer) {
     return Outcome{kAppHung, name_ + "'s extension " + at(event) + "gave no answer in " + limitText_};
   }
-  if (!answer->empty()) {
-    return Outcome{kAppFailed, name_ + "'s extension " + at(event) + "refused \"" + event.name + "\": " + *answer};
+  if (auto outcome = judge(name_ + "'s extension", event, *answer)) {
+    return outcome;
   }
   app.readUntilQuiet(kSettled, limit_);
   return std::nullopt;

@@ -39,6 +39,8 @@ private:
   std::optional<Outcome> tellExtension(AppProcess& app, const Event& event, Unplayed rest);
   std::optional<Outcome> tell(AppProcess& app, const Event& event, Unplayed afterwards);
   std::optional<Outcome> takePicture(AppProcess& app, const Event& event, Unplayed rest);
+  /// How it ends when an event was refused, or was not, and the other was to be.
+  std::optional<Outcome> judge(const std::string& who, const Event& event, const std::string& refusal) const;
   Outcome terminate(AppProcess& app, const Event& event);
   Outcome awaitEnd(AppProcess& app, const Event& event);
 

@@ -119,6 +119,7 @@ void readChoose(EventLine& line, Event& event) {
 void readType(EventLine& line, Event& event) { event.command["text"] = line.text(event.name + " needs a text"); }
 
 void readExtension(EventLine& line, Event& event);
+void readRefused(EventLine& line, Event& event);
 
 void readAlert(EventLine& line, Event& event) { event.command["title"] = line.text("alert needs a title"); }
 
@@ -144,7 +145,7 @@ void readAwait(EventLine& line, Event& event) {
   event.call = word;
 }
 
-void readChapter(EventLine& line, Event& event) { event.call = line.text("chapter needs a title"); }
+void readChapter(EventLine& line, Event& event) { event.title = line.text("chapter needs a title"); }
 
 void readAsk(EventLine& line, Event& event) {
   event.command["question"] =
@@ -214,6 +215,8 @@ constexpr std::array kForms{Form{"activate", Kind::kCommand, "becomeActive", rea
                             Form{"perform", Kind::kCommand, "perform", readPerform},
                             Form{"menu", Kind::kCommand, "menu", readNothing},
                             Form{"choose", Kind::kCommand, "choose", readChoose},
+                            Form{"cancel", Kind::kCommand, "cancel", readNothing},
+                            Form{"refused", Kind::kCommand, "", readRefused},
                             Form{"type", Kind::kCommand, "type", readType},
                             Form{"dictate", Kind::kCommand, "dictate", readType},
                             Form{"extension", Kind::kExtension, "", readExtension},
@@ -256,8 +259,27 @@ void readExtension(EventLine& line, Event& event) {
   form->read(line, event);
 }
 
+/// Another event, that is not to be.
+void readRefused(EventLine& line, Event& event) {
+  const std::string_view name = line.word();
+  if (name.empty()) {
+    line.refuse("refused needs the event that is to be refused");
+  }
+  const Form& form = formNamed(line, name, {});
+  if ((form.kind != Kind::kCommand && form.kind != Kind::kExtension) || form.read == readRefused) {
+    line.refuse("nobody can refuse " + quoted(name));
+  }
+  event.kind = form.kind;
+  event.name = name;
+  event.refused = true;
+  if (!form.verb.empty()) {
+    event.command["do"] = form.verb;
+  }
+  form.read(line, event);
+}
+
 Event makeEvent(std::string name, Kind kind, std::string_view verb, std::size_t line = 0) {
-  Event event{kind, std::move(name), {}, {}, {}, {}, line};
+  Event event{kind, std::move(name), {}, {}, {}, {}, false, line};
   if (!verb.empty()) {
     event.command["do"] = verb;
   }

@@ -31,8 +31,10 @@ struct Event {
   std::string name;               // as the events file spells it
   nlohmann::ordered_json command; // what the app is told: "do" and what belongs to it
   std::chrono::milliseconds wait{0};
-  std::string call;     // at the SDK, that is awaited; the title of a chapter
-  std::string title;    // of the picture; empty when it has none
+  std::string call;  // at the SDK, that is awaited
+  std::string title; // of a picture or a chapter; a picture may have none
+  /// The app, or the device, must not do it.
+  bool refused = false;
   std::size_t line = 0; // in the events file; 0 for what is not in one
 };
 

@@ -49,6 +49,9 @@ public:
     if (event.kind == Event::Kind::kScreen) {
       object["title"] = orNull(event.title);
     }
+    if (event.refused) {
+      object["refused"] = true;
+    }
     for (const auto& [key, value] : event.command.items()) {
       if (key != "do") {
         object[key] = value;

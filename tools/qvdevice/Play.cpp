@@ -11,6 +11,7 @@
 #include "InstalledApps.h"
 #include "Report.h"
 #include "Scenario.h"
+#include "Terminal.h"
 
 namespace fs = std::filesystem;
 
@@ -103,7 +104,9 @@ private:
 
 int play(const PlayOptions& options) {
   const Scenario scenario = readScenario(options.scenario, appsFolder());
-  const auto report = options.json ? makeJsonReport() : makeTextReport(options.verbose, wantsColour());
+  const auto report = options.json      ? makeJsonReport()
+                      : options.verbose ? makeTextReport(true, wantsColour())
+                                        : makeProgressReport(wantsColour());
   const Outcome outcome = Player(options, scenario, *report).play(scenario.steps);
   report->played(outcome);
   return outcome.status;

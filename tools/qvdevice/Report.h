@@ -48,10 +48,10 @@ public:
   virtual void played(const Outcome& outcome) = 0;
 };
 
-/// Whether standard output is a terminal that shows colours, and nobody asked for none.
-bool wantsColour();
 /// For people. `verbose` shows details too: of the log, each step, each event of the user that the SDK hears of.
 std::unique_ptr<Report> makeTextReport(bool verbose, bool colour);
+/// For people who look on: a line for each thing that happens, with what came of it.
+std::unique_ptr<Report> makeProgressReport(bool colour);
 /// For programs: one JSON object a line.
 std::unique_ptr<Report> makeJsonReport();
 

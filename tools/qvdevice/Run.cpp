@@ -3,6 +3,7 @@
 #include "Container.h"
 #include "Device.h"
 #include "Failure.h"
+#include "Terminal.h"
 
 namespace fs = std::filesystem;
 

@@ -124,7 +124,7 @@ private:
     if (Scenario::Launch* const running = this->running()) {
       running->events.push_back(std::move(event));
     } else if (event.kind == Event::Kind::kChapter) {
-      scenario_.steps.emplace_back(Scenario::Chapter{event.call});
+      scenario_.steps.emplace_back(Scenario::Chapter{event.title});
     } else if (last() == nullptr) {
       line.refuseAt(0, "nothing can happen to an app before one is launched");
     } else {

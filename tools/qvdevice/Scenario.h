@@ -38,8 +38,9 @@ struct Scenario {
 };
 
 /// Reads a scenario: an events file that also says which device it is, and what is installed and launched there. Apps
-/// are looked for beside the file or, by a name alone, in `apps`. Throws Failure with file, line and column of the first
-/// thing that is wrong; that includes an app or a policies file that is not there, and what the SDK would not take.
+/// are looked for beside the file or, by a name alone, in `apps`. Throws Failure with file, line and column of the
+/// first thing that is wrong; that includes an app or a policies file that is not there, and what the SDK would not
+/// take.
 Scenario readScenario(const std::filesystem::path& file, const std::filesystem::path& apps);
 
 } // namespace qvdevice

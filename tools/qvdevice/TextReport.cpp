@@ -1,33 +1,17 @@
 #include "Report.h"
+
+#include "Terminal.h"
 #include "Words.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <map>
-#include <regex>
 #include <set>
-
-#include <unistd.h>
 
 namespace qvdevice {
 
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-enum class Colour { kNone, kBold, kDim, kGreen, kRed, kCyan };
-
-std::string padded(std::string text, std::size_t width) {
-  // Continuation bytes of UTF-8 take no room on the screen.
-  const auto shown = static_cast<std::size_t>(
-      std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xc0) != 0x80; }));
-  if (shown < width) {
-    text.append(width - shown, ' ');
-  }
-  return text;
-}
 
 /// A path that fits: what it begins and ends with tells the most.
 std::string shortened(const std::string& path, std::size_t width) {
@@ -42,7 +26,7 @@ std::string shortened(const std::string& path, std::size_t width) {
 
 class TextReport : public Report {
 public:
-  TextReport(bool verbose, bool colour) : verbose_(verbose), colour_(colour) {}
+  TextReport(bool verbose, bool colour) : verbose_(verbose), terminal_(colour) {}
 
   void chapter(const std::string& title) override { section(title); }
 
@@ -66,11 +50,7 @@ public:
     section("Start-up, before the app's own code: what is logged, and at which level");
   }
 
-  void line(const std::string& text) override {
-    // NSLog's own prefix tells when and which process; here there is one, and now.
-    static const std::regex kPrefix(R"(^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d+ [^\[]*\[\d+(:[0-9a-fx]+)?\] )");
-    entry("app", std::regex_replace(text, kPrefix, ""));
-  }
+  void line(const std::string& text) override { entry("app", withoutLogPrefix(text)); }
 
   void record(const Json& record) override {
     const std::string kind = textOf(record, "kind");
@@ -94,6 +74,8 @@ public:
       entry("extension", extensionInWords(record), Colour::kCyan);
     } else if (kind == "sdk") {
       call(record);
+    } else if (kind == "refused") {
+      entry("refused", textOf(record, "reason"));
     } else if (kind == "ask") {
       entry("sdk", "asks " + answerInWords(record));
     } else if (kind == "rotation") {
@@ -186,34 +168,15 @@ private:
     print(colour, "  " + padded(tag, kTagWidth) + text);
   }
 
-  void print(Colour colour, const std::string& text) {
-    static const std::map<Colour, const char*> kCodes{{Colour::kBold, "\x1b[1m"},
-                                                      {Colour::kDim, "\x1b[2m"},
-                                                      {Colour::kGreen, "\x1b[32m"},
-                                                      {Colour::kRed, "\x1b[31m"},
-                                                      {Colour::kCyan, "\x1b[36m"}};
-    if (colour_ && colour != Colour::kNone) {
-      std::printf("%s%s\x1b[0m\n", kCodes.at(colour), text.c_str());
-    } else {
-      std::printf("%s\n", text.c_str());
-    }
-    std::fflush(stdout);
-  }
+  void print(Colour colour, const std::string& text) { terminal_.print(colour, text); }
 
   bool verbose_;
-  bool colour_;
+  Terminal terminal_;
   bool launched_ = false;
   std::string defaultProtection_;
 };
 
 } // namespace
-
-bool wantsColour() {
-  const char* refusal = std::getenv("NO_COLOR");
-  const char* terminal = std::getenv("TERM");
-  return isatty(STDOUT_FILENO) != 0 && (refusal == nullptr || *refusal == '\0') &&
-         (terminal == nullptr || std::strcmp(terminal, "dumb") != 0);
-}
 
 std::unique_ptr<Report> makeTextReport(bool verbose, bool colour) {
   return std::make_unique<TextReport>(verbose, colour);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <regex>
 
 namespace qvdevice {
 
@@ -10,6 +11,11 @@ using Json = nlohmann::ordered_json;
 std::string textOf(const Json& object, const char* key) {
   const auto value = object.find(key);
   return value != object.end() && value->is_string() ? value->get<std::string>() : std::string();
+}
+
+std::string withoutLogPrefix(const std::string& line) {
+  static const std::regex kPrefix(R"(^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d+ [^\[]*\[\d+(:[0-9a-fx]+)?\] )");
+  return std::regex_replace(line, kPrefix, "");
 }
 
 std::string inWords(const std::string& protection) {
@@ -45,6 +51,13 @@ std::string callInWords(const Json& record) {
     }
   }
   return textOf(record, "call") + (arguments.empty() ? "" : " (" + arguments + ")");
+}
+
+std::string resultInWords(const Json& result) {
+  return result == Json(1)   ? "applied"
+         : result == Json(0) ? "not applied"
+         : result == Json(2) ? "error"
+                             : dumped(result);
 }
 
 std::string wayOutInWords(const Json& record) {
@@ -154,6 +167,11 @@ std::string pictureInWords(const Json& record) {
 
 std::string eventInWords(const Event& event) {
   const Json& command = event.command;
+  if (event.refused) {
+    Event tried = event;
+    tried.refused = false;
+    return eventInWords(tried) + ", which is to be refused";
+  }
   if (event.name.starts_with(kInExtension)) {
     Event inside = event;
     inside.name = event.name.substr(kInExtension.size());
@@ -171,6 +189,14 @@ std::string eventInWords(const Event& event) {
   }
   if (event.kind == Event::Kind::kEnds) {
     return "the app has to end by itself now";
+  }
+  static const std::map<std::string, std::string> kSteps{{"activate", "the app gets the user's attention"},
+                                                         {"resign", "the app loses the user's attention"},
+                                                         {"background", "the user leaves the app"},
+                                                         {"foreground", "the user comes back to the app"},
+                                                         {"terminate", "the system ends the app"}};
+  if (const auto step = kSteps.find(event.name); step != kSteps.end()) {
+    return step->second;
   }
   if (event.name == "set") {
     return setInWords(command);
@@ -191,6 +217,9 @@ std::string eventInWords(const Event& event) {
   }
   if (event.name == "menu") {
     return "the user asks for the edit menu";
+  }
+  if (event.name == "cancel") {
+    return "the user puts away what is offered";
   }
   if (event.name == "choose") {
     return "the user chooses " + dumped(command["title"]);

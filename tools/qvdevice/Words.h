@@ -13,12 +13,16 @@ namespace qvdevice {
 /// The text under a key; empty when there is none.
 std::string textOf(const nlohmann::ordered_json& object, const char* key);
 
+/// A line of the app's without what NSLog puts before it: when, and which process; here there is one, and now.
+std::string withoutLogPrefix(const std::string& line);
 /// A protection class.
 std::string inWords(const std::string& protection);
 /// A step of the app's life, as the device's trace names it.
 std::string lifecycleInWords(const std::string& event);
 /// A call at the SDK with its arguments: "name: (delegate nil, version 4.2.0.18)".
 std::string callInWords(const nlohmann::ordered_json& record);
+/// What the SDK was told of a change: applied, not applied, an error.
+std::string resultInWords(const nlohmann::ordered_json& result);
 /// Something that has left the app.
 std::string wayOutInWords(const nlohmann::ordered_json& record);
 /// What a menu or the share sheet offers; empty when the record is of something else.
