@@ -251,6 +251,7 @@ def main(build):
             runs = wipes[f"Wipe{count}"]
             files = f"{int(count):,} files {place}"
             table.ratio(f"wipe of {files} : rm -rf", runs, "wipe", "rm", bound, **micro)
+            table.ratio("  the same, processor time", runs, "wipeProcessor", "rmProcessor", bound, **micro)
             table.ratio(f"wipe of {files} : bare system calls", runs, "wipe", "bare", **micro)
             table.value("  peak memory", f"{middle(runs, lambda run: run['peakMiB']):.0f} MiB")
 
