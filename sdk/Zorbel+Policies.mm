@@ -2,9 +2,34 @@
 
 #include "Policies.h"
 #import "Values.h"
+#include "observation/Reads.h"
 
 using zorbel::objectFrom;
 using zorbel::policies;
+
+namespace {
+
+/// A record that is read by people names no more patterns than that.
+constexpr std::size_t kNamedPatterns = 32;
+
+/// Answers the value. Where it decides something, the decision's record tells of it.
+template <class T> T noted(const char *name, T value) {
+  qvdevice::noteRead(name, value);
+  return value;
+}
+
+void readWhitelist() {
+  const auto &whitelist = policies().openInWhitelist;
+  if (!qvdevice::isDeciding()) return;
+  if (!whitelist)
+    qvdevice::noteRead("openInWhitelist", nullptr);
+  else if (whitelist->size() <= kNamedPatterns)
+    qvdevice::noteRead("openInWhitelist", *whitelist);
+  else
+    qvdevice::noteRead("openInWhitelist", std::to_string(whitelist->size()) + " patterns");
+}
+
+} // namespace
 
 @implementation Zorbel (Policies)
 
@@ -22,7 +47,7 @@ using zorbel::policies;
 }
 
 - (BOOL)isReady {
-  return policies().ready;
+  return noted("isReady", policies().ready);
 }
 
 - (BOOL)isReadyToTerminate {
@@ -42,23 +67,25 @@ using zorbel::policies;
 }
 
 - (NSInteger)openInPolicy {
-  return policies().openInPolicy;
+  return noted("openInPolicy", policies().openInPolicy);
 }
 
 - (NSInteger)pasteboardPolicy {
-  return policies().pasteboardPolicy;
+  return noted("pasteboardPolicy", policies().pasteboardPolicy);
 }
 
 - (NSInteger)printPolicy {
-  return policies().printPolicy;
+  return noted("printPolicy", policies().printPolicy);
 }
 
 - (NSArray *)openInWhitelist {
+  readWhitelist();
   const auto &whitelist = policies().openInWhitelist;
   return whitelist ? objectFrom(*whitelist, false) : nil;
 }
 
 - (NSDictionary *)config {
+  if (qvdevice::isDeciding()) qvdevice::noteRead("config", policies().config);
   return policies().config.is_null() ? nil : objectFrom(policies().config, false);
 }
 

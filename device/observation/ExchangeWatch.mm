@@ -11,6 +11,7 @@
 
 #include "observation/Hooks.h"
 #include "observation/Library.h"
+#include "observation/Questions.h"
 #include "runtime/Methods.h"
 
 namespace {
@@ -31,6 +32,9 @@ std::string reasonIn(NSError *error) {
 }
 
 BOOL watchedExchange(Class self, SEL selector, SEL original, SEL replacement, NSError **error) {
+  // All that the library brings is there before its first exchange.
+  static const bool watched = (watchQuestions(), true);
+  (void)watched;
   // Some ask for no error; the reason is there all the same.
   NSError *ours = nil;
   NSError **const slot = error ? error : &ours;

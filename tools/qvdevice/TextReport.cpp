@@ -1,3 +1,4 @@
+#include "DecisionWords.h"
 #include "Report.h"
 
 #include "Terminal.h"
@@ -86,7 +87,9 @@ public:
       for (const std::string& row : windowsInWords(record)) {
         entry("windows", row);
       }
-    } else if (verbose_) {
+    } else if (kind == "decision") {
+      decision(record);
+    } else if (verbose_ && kind != "hook") {
       entry(kind, record.dump(-1, ' ', false, Json::error_handler_t::replace), Colour::kDim);
     }
   }
@@ -154,6 +157,13 @@ private:
     }
   }
 
+  /// A share sheet asks of each activity that it has; only the first time all is told.
+  void decision(const Json& record) {
+    const bool again = areAlike(record, decided_);
+    entry("decision", again ? "... " + answerOfDecisionInWords(record) : decisionInWords(record), Colour::kBold);
+    decided_ = record;
+  }
+
   void protection(const Json& record) {
     const std::string from = textOf(record, "from");
     entry("protection",
@@ -165,6 +175,7 @@ private:
   void section(const std::string& title) { print(Colour::kBold, "\n" + title); }
 
   void entry(const std::string& tag, const std::string& text, Colour colour = Colour::kNone) {
+    decided_ = Json::object();
     print(colour, "  " + padded(tag, kTagWidth) + text);
   }
 
@@ -174,6 +185,8 @@ private:
   Terminal terminal_;
   bool launched_ = false;
   std::string defaultProtection_;
+  /// The decision that stands in the line above; otherwise empty.
+  Json decided_ = Json::object();
 };
 
 } // namespace
