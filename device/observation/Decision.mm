@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "container/Trace.h"
+#include "observation/CallCounters.h"
 #include "observation/Hooks.h"
 #include "observation/Library.h"
 
@@ -16,12 +17,21 @@ using Json = nlohmann::ordered_json;
 
 thread_local Decision *open = nullptr;
 
-_Unwind_Reason_Code lookAtFrame(_Unwind_Context *context, void *argument) {
+/// Where calls are counted, it is known which of them this frame goes on from.
+std::string hookedCallFrom(_Unwind_Context *context) {
+  return hookedMethodOf(counterOfCall(_Unwind_GetIP(context), _Unwind_GetCFA(context)));
+}
+
+/// Otherwise the frame of the replacement itself is found, unless its last act was to call what asks.
+std::string hookedMethodOfFrame(_Unwind_Context *context) {
   // The address that it returns to may be the first one after the function.
   const auto address = reinterpret_cast<void *>(_Unwind_GetIP(context) - 1);
-  if (!isInLibrary(address)) return _URC_NO_REASON;
+  return isInLibrary(address) ? hookedMethodAt(_Unwind_FindEnclosingFunction(address)) : std::string();
+}
+
+_Unwind_Reason_Code lookAtFrame(_Unwind_Context *context, void *argument) {
   auto &asked = *static_cast<std::string *>(argument);
-  asked = hookedMethodAt(_Unwind_FindEnclosingFunction(address));
+  asked = areCallsCounted() ? hookedCallFrom(context) : hookedMethodOfFrame(context);
   return asked.empty() ? _URC_NO_REASON : _URC_END_OF_STACK;
 }
 

@@ -22,7 +22,8 @@ void noteExchange(Class cls, SEL original, SEL replacement, bool exchanged, cons
 void traceHooksLeftAlone();
 
 /// Each hook with "class", "selector", "classMethod", "replacement", "installer" (null when nobody knows), "state" and
-/// "why" (unless it is installed), in the order in which they were met. The states:
+/// "why" (unless it is installed), and "counter" where its calls are counted, in the order in which they were met. The
+/// states:
 ///   installed  the library's replacement is what the selector runs
 ///   absent     the class has no such method, or nobody has been given it yet
 ///   refused    the exchange failed, or was not tried after one that failed
@@ -32,5 +33,7 @@ std::vector<nlohmann::ordered_json> hooks();
 /// The hook whose replacement is that function, as "-[Class selector]" or "+[Class selector]"; empty when there is
 /// none.
 std::string hookedMethodAt(const void* function);
+/// The hook whose calls have that counter, in the same way.
+std::string hookedMethodOf(int counter);
 
 } // namespace qvdevice

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "container/Trace.h"
+#include "observation/CallCounters.h"
 #include "observation/Library.h"
 
 namespace qvdevice {
@@ -39,6 +40,7 @@ struct Hook {
   Method method;      // null when refused
   IMP implementation; // the library's
   std::string why;
+  int counter = -1; // of its calls; -1 when they are not counted
 };
 
 struct Registry {
@@ -94,10 +96,12 @@ Json describe(const std::string &cls, bool ofClass, const std::string &selector,
 
 Json describe(const Hook &hook) {
   const auto with = [&](const char *state, const std::string &why) {
-    return describe(hook.cls, hook.ofClass, hook.selector, hook.replacement, state, why);
+    Json description = describe(hook.cls, hook.ofClass, hook.selector, hook.replacement, state, why);
+    if (hook.counter >= 0) description["counter"] = hook.counter;
+    return description;
   };
   if (!hook.method) return with("refused", hook.why);
-  const IMP now = method_getImplementation(hook.method);
+  const IMP now = uncounted(method_getImplementation(hook.method));
   if (isInLibrary(address(now))) return with("installed", "");
   const std::string image = imageAt(address(now));
   return with("replaced", image.empty() ? "an image that nobody knows" : image);
@@ -133,12 +137,29 @@ void traceHook(Json description) {
   trace(std::move(record));
 }
 
-void add(const Hook &hook) {
+/// Calls of the library's own replacement are counted from now on.
+void count(Hook &hook) {
+  if (!hook.method || !isInLibrary(address(hook.implementation))) return;
+  const CountedCall call = counted(hook.implementation);
+  if (call.counter < 0) return;
+  method_setImplementation(hook.method, call.implementation);
+  hook.counter = call.counter;
+}
+
+void add(Hook hook) {
+  count(hook);
   {
     const std::lock_guard locked(registry().lock);
     registry().hooks.push_back(hook);
   }
   traceHook(describe(hook));
+}
+
+template <class Condition> std::string findHooked(Condition condition) {
+  const std::lock_guard locked(registry().lock);
+  const auto &hooks = registry().hooks;
+  const auto hook = std::find_if(hooks.begin(), hooks.end(), condition);
+  return hook == hooks.end() ? std::string() : methodText(hook->cls, hook->ofClass, hook->selector);
 }
 
 /// The name under which the library keeps an implementation that it has given to a delegate's class.
@@ -216,11 +237,11 @@ std::vector<Json> hooks() {
 }
 
 std::string hookedMethodAt(const void *function) {
-  const std::lock_guard locked(registry().lock);
-  for (const Hook &hook : registry().hooks)
-    if (hook.implementation && address(hook.implementation) == function)
-      return methodText(hook.cls, hook.ofClass, hook.selector);
-  return {};
+  return findHooked([&](const Hook &hook) { return hook.implementation && address(hook.implementation) == function; });
+}
+
+std::string hookedMethodOf(int counter) {
+  return findHooked([&](const Hook &hook) { return counter >= 0 && hook.counter == counter; });
 }
 
 } // namespace qvdevice

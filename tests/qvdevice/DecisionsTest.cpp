@@ -143,6 +143,18 @@ TEST_F(Decisions, AboutActivitiesNameTheApp) {
   EXPECT_EQ(asked[0]["answer"], true);
 }
 
+TEST_F(Decisions, ThatAHookAsksForInItsLastActNameIt) {
+  // Two hooks, the one called by the platform from within the other; each leaves its frame before it filters.
+  std::vector<json> asked;
+  for (const json& each :
+       decisions({.events = "tap Share\n", .more = {"--system-version", "10.3"}}, "mergeExcludedActivityTypes:")) {
+    asked.push_back(each["asked"]);
+  }
+  EXPECT_THAT(asked, ElementsAre("-[UIActivityViewController initWithActivityItems:applicationActivities:]",
+                                 "-[UIActivityViewController _availableActivitiesForItems:]",
+                                 "-[UIActivityViewController _availableActivities]"));
+}
+
 TEST_F(Decisions, NameNoMoreThan32Patterns) {
   const auto whitelistOf = [&](int count) {
     json patterns = json::array();

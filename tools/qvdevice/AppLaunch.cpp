@@ -107,6 +107,9 @@ Outcome playApp(const LaunchOptions& options, const Bundle& bundle, const fs::pa
     AppRun run(bundle.name(), std::chrono::seconds(options.timeoutSeconds), report);
     run.keepScreensIn(screens);
     const Outcome outcome = run.play(launch, device, events);
+    if (!run.coverage().empty()) {
+      report.record(run.coverage().record());
+    }
     report.end(watch.written(), outcome);
     return outcome;
   } catch (const std::system_error& error) {

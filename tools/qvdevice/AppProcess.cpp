@@ -40,11 +40,11 @@ AppProcess::AppProcess(Launch launch, const std::filesystem::path& device, Strea
   }
   const int output = console_.writingEnd();
   control_ = sockets[0];
-  launch.descriptors = {{nothing, STDIN_FILENO},
-                        {output, STDOUT_FILENO},
-                        {output, STDERR_FILENO},
-                        {output, kTraceDescriptor},
-                        {sockets[1], kControlDescriptor}};
+  launch.descriptors.insert(launch.descriptors.end(), {{nothing, STDIN_FILENO},
+                                                       {output, STDOUT_FILENO},
+                                                       {output, STDERR_FILENO},
+                                                       {output, kTraceDescriptor},
+                                                       {sockets[1], kControlDescriptor}});
   launch.environment["QVDEVICE_TRACE_FD"] = std::to_string(kTraceDescriptor);
   launch.environment["QVDEVICE_CONTROL_FD"] = std::to_string(kControlDescriptor);
   launch.environment["QVDEVICE_EXTENSIONS"] = std::nullopt;

@@ -27,8 +27,8 @@ class AppProcess {
 public:
   using Clock = std::chrono::steady_clock;
 
-  /// Starts the program of `launch` with one console for all that it says, and a socket for what it is told. With a
-  /// device's folder, the app may start the extensions that are installed there.
+  /// Starts the program of `launch`, which may bring descriptors from 5 on, with one console for all that it says, and
+  /// a socket for what it is told. With a device's folder, the app may start the extensions that are installed there.
   AppProcess(Launch launch, const std::filesystem::path& device, Stream& stream);
   ~AppProcess();
   AppProcess(const AppProcess&) = delete;

@@ -37,6 +37,7 @@ AppRun::AppRun(std::string name, std::chrono::seconds limit, Report& report)
 }
 
 void AppRun::note(const nlohmann::ordered_json& record) {
+  coverage_.note(record);
   const std::string kind = record.value("kind", "");
   if (kind == "lifecycle") {
     launched_ = true;
@@ -51,6 +52,7 @@ void AppRun::note(const nlohmann::ordered_json& record) {
 }
 
 Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const std::vector<Event>& events) {
+  coverage_.giveTo(launch);
   AppProcess app(std::move(launch), device, stream_);
   if (!app.readUntil([this] { return active_; }, limit_)) {
     return app.ended() ? endedByItself(*app.ended(), events) : hung("was not active after " + limitText_);

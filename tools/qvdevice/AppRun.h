@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "AppProcess.h"
+#include "Coverage.h"
 #include "Events.h"
 #include "Report.h"
 #include "ScreenFolder.h"
@@ -30,6 +31,9 @@ public:
   /// `device` is the folder of the device that the app runs on; empty when it has none. Throws std::system_error when
   /// the app cannot be started at all.
   Outcome play(Launch launch, const std::filesystem::path& device, const std::vector<Event>& events);
+
+  /// What has been seen of the library's hooks so far.
+  const Coverage& coverage() const { return coverage_; }
 
 private:
   using Unplayed = std::span<const Event>;
@@ -53,6 +57,7 @@ private:
   Report& report_;
   ScreenFolder* screens_ = nullptr;
   Stream stream_;
+  Coverage coverage_;
   std::string lastLine_;
   bool launched_ = false;
   bool active_ = false;

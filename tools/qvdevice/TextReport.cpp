@@ -1,3 +1,4 @@
+#include "Coverage.h"
 #include "DecisionWords.h"
 #include "Report.h"
 
@@ -89,6 +90,8 @@ public:
       }
     } else if (kind == "decision") {
       decision(record);
+    } else if (kind == "coverage") {
+      coverage(record);
     } else if (verbose_ && kind != "hook") {
       entry(kind, record.dump(-1, ' ', false, Json::error_handler_t::replace), Colour::kDim);
     }
@@ -162,6 +165,16 @@ private:
     const bool again = areAlike(record, decided_);
     entry("decision", again ? "... " + answerOfDecisionInWords(record) : decisionInWords(record), Colour::kBold);
     decided_ = record;
+  }
+
+  void coverage(const Json& record) {
+    if (!verbose_) {
+      return;
+    }
+    section("How often each hook was called");
+    for (const std::string& row : coverageInWords(record)) {
+      print(Colour::kNone, "  " + row);
+    }
   }
 
   void protection(const Json& record) {
