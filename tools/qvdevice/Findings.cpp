@@ -129,7 +129,8 @@ private:
 
 std::string readInWords(const Json& decision) {
   std::string words;
-  for (const auto& [name, value] : decision.value("read", Json::object()).items()) {
+  const Json read = decision.value("read", Json::object());
+  for (const auto& [name, value] : read.items()) {
     // An SDK that is ready goes without saying, unless it is all that counted.
     if (name != "isReady" || value == Json(false)) {
       words += (words.empty() ? "" : ", ") + name + " " + valueInWords(value);
