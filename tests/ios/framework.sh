@@ -131,6 +131,15 @@ build_path() {
   refused 'tells where it was built: /home/someone/QVSandbox.cpp' check
 }
 
+source_folder() {
+  echo 'extern "C" [[gnu::used]] const char where[] = "in /opt/checkout/QVSandbox/a.cpp";' >>a.cpp
+  framework
+  check
+  check --sources /opt/check
+  refused 'tells where it was built: in /opt/checkout/QVSandbox/a.cpp' check --sources /opt/checkout
+  refused 'tells where it was built: in /opt/checkout/QVSandbox/a.cpp' check --sources /opt/checkout/
+}
+
 debug_symbols() {
   framework
   unstripped

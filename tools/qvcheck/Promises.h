@@ -33,6 +33,7 @@ struct Promises {
   std::vector<std::string> exports; ///< as the linker sees them, sorted
   Stubs stubs;
   Texts texts;
+  std::string sources; ///< the folder that it was built from, which it must not name; may be empty
 };
 
 } // namespace qvcheck

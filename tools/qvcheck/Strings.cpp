@@ -46,9 +46,12 @@ std::string around(std::string_view bytes, std::size_t at) {
 
 /// Folders that only the machine has on which something was built: where the framework's own sources lie, and where
 /// other people's do.
-void checkPaths(const Slice& slice, Findings& findings) {
-  for (const char* folder :
-       {QV_SOURCE_FOLDER "/", "/home/", "/root/", "/tmp/", "/Users/", "/build/", "/mnt/", "/src/", "/var/"}) {
+void checkPaths(const Slice& slice, const std::string& sources, Findings& findings) {
+  std::vector<std::string> folders{"/home/", "/root/", "/tmp/", "/Users/", "/build/", "/mnt/", "/src/", "/var/"};
+  if (!sources.empty()) {
+    folders.push_back(sources.ends_with('/') ? sources : sources + "/");
+  }
+  for (const std::string& folder : folders) {
     for (std::size_t at = slice.bytes().find(folder); at != std::string_view::npos;
          at = slice.bytes().find(folder, at + 1)) {
       const char before = at == 0 ? '\0' : slice.bytes()[at - 1];
@@ -90,7 +93,7 @@ void checkTexts(const Slice& slice, const Promises& promises, Findings& findings
       findings.wrong(slice.where(), "holds \"" + text + "\", which is for debugging: " + around(slice.bytes(), at));
     }
   }
-  checkPaths(slice, findings);
+  checkPaths(slice, promises.sources, findings);
   checkNoDebugInformation(slice, findings);
 }
 

@@ -58,11 +58,13 @@ int main(int argc, char** argv) {
   std::vector<std::string> stubs;
   std::string texts;
   std::string symbols;
+  std::string sources;
   app.add_option("PATH", path, "An .xcframework or .framework folder, or a Mach-O file, thin or universal")->required();
   app.add_option("--exports", exports, "The exported C names, one a line")->required();
   app.add_option("--stubs", stubs, "A folder with the linker's stubs (.tbd); may be given more than once")->required();
   app.add_option("--texts", texts, "The texts that it holds, and those that it must not hold (JSON)")->required();
   app.add_option("--symbols", symbols, "A framework's .dSYM; an xcframework has its own");
+  app.add_option("--sources", sources, "The folder that it was built from, which it must not name");
   CLI11_PARSE(app, argc, argv);
   llvm::install_fatal_error_handler(&giveUp);
   try {
@@ -72,6 +74,7 @@ int main(int argc, char** argv) {
       promises.stubs.add(folder);
     }
     promises.texts = Texts::read(texts);
+    promises.sources = sources;
     Findings findings;
     check(path, symbols, promises, findings);
     return findings.count() == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
