@@ -76,20 +76,24 @@ std::vector<Slice> readUniversal(View file, FileType type, const std::string& wh
     const std::uint64_t size = wide ? big<8>(file, at + 16) : big<4>(file, at + 12);
     const std::string name = architectureName(static_cast<std::uint32_t>(big<4>(file, at)),
                                               static_cast<std::uint32_t>(big<4>(file, at + 4)));
+    const auto refuse = [&](const char* how, const std::string& why) {
+      throw Failure(kRefused, what + " is " + how + ": its part for " + name + " " + why);
+    };
     if (offset > file.size() || size > file.size() - offset) {
-      throw Failure(kRefused, what + " is truncated: its part for " + name + " ends beyond its end");
+      refuse("truncated", "ends beyond its end");
     }
     if (offset < tableEnd) {
-      throw Failure(kRefused, what + " is malformed: its part for " + name + " lies over the list of architectures");
+      refuse("malformed", "lies over the list of architectures");
     }
     Slice slice = readPart(file.subspan(offset, size), type, what);
     slice.offset = offset;
     if (slice.architecture != name) {
-      throw Failure(kRefused, what + " is malformed: its part for " + name + " is made for " + slice.architecture);
+      refuse("malformed", "is made for " + slice.architecture);
     }
     slices.push_back(std::move(slice));
   }
   std::vector<const Slice*> order;
+  order.reserve(slices.size());
   for (const Slice& slice : slices) {
     order.push_back(&slice);
   }
