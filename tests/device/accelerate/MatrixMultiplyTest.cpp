@@ -156,6 +156,7 @@ TEST(MatrixMultiplyTest, everySizeIsTheReference) {
 TEST(MatrixMultiplyTest, anyMatrixDivisorAndBiasesOnEveryKindOfProcessorAreTheReference) {
   std::minstd_rand next(3);
   const auto random = [&](std::int64_t most) { return static_cast<std::int64_t>(next() % (2 * most + 1)) - most; };
+  ASSERT_FALSE(targets().empty());
   for (const std::int64_t target : targets()) {
     SCOPED_TRACE(name(target));
     const OnTarget here(target);

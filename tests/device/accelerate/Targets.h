@@ -5,7 +5,8 @@
 #include <string>
 #include <vector>
 
-/// Those that this machine can play, the best one first; the one without vector instructions last.
+/// Those that this machine can play, the best one first; the one without vector instructions, where there is code for
+/// it, last.
 std::vector<std::int64_t> targets();
 
 /// Its name.
