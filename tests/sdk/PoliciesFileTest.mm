@@ -1,14 +1,13 @@
 // The file as a process meets it: read when the SDK is loaded, before anything of the app.
 #import <Foundation/Foundation.h>
 
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
-
-#include <sys/wait.h>
+#include <string>
 
 #include <gtest/gtest.h>
+
+#include "support/Child.h"
 
 namespace {
 
@@ -23,16 +22,9 @@ std::string filePath() {
 
 /// Runs the asking program in this test's container, with `path` as its policies file.
 Answer ask(const std::string &path) {
-  setenv("QVDEVICE_POLICIES", path.c_str(), 1);
-  FILE *const pipe = popen(SDK_ASKER " 2>&1", "r");
-  Answer answer{0, ""};
-  std::array<char, 4096> buffer;
-  while (const std::size_t length = std::fread(buffer.data(), 1, buffer.size(), pipe)) {
-    answer.text.append(buffer.data(), length);
-  }
-  const int status = pclose(pipe);
-  answer.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  return answer;
+  const ChildResult result =
+      runChild({SDK_ASKER}, {{"QVDEVICE_CONTAINER", std::getenv("QVDEVICE_CONTAINER")}, {"QVDEVICE_POLICIES", path}});
+  return {result.status, result.output + result.errors};
 }
 
 Answer askWith(const std::string &text) {
