@@ -18,6 +18,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Starting.h"
+
 namespace {
 
 constexpr std::array<const char*, 4> kEmulator{QV_EMULATOR};
@@ -75,8 +77,39 @@ private:
   std::vector<char*> entries_;
 };
 
+/// Whether what this process becomes is to be confined, whatever it is.
+bool toBeConfined = false;
+
+bool isProgram(const char* path) {
+  const int file = ::open(path, O_RDONLY | O_CLOEXEC);
+  if (file < 0) return false;
+  std::array<char, SELFMAG> begin{};
+  const ssize_t length = ::read(file, begin.data(), begin.size());
+  ::close(file);
+  return length == SELFMAG &&
+         (std::memcmp(begin.data(), ELFMAG, SELFMAG) == 0 || std::memcmp(begin.data(), "#!", 2) == 0);
+}
+
+/// Becomes a program of this machine, confined. One that there is not, or that is none, is found out here: qvconfine
+/// could not tell the caller any more.
+int startConfined(const char* path, char* const arguments[], char* const environment[]) {
+  if (::access(path, X_OK) != 0) return -1;
+  if (!isProgram(path)) {
+    errno = ENOEXEC;
+    return -1;
+  }
+  std::vector<char*> words{const_cast<char*>(kEmulator.front()), const_cast<char*>(path)};
+  for (char* const* word = arguments; *word != nullptr && *++word != nullptr;)
+    words.push_back(*word);
+  words.push_back(nullptr);
+  return static_cast<int>(::syscall(SYS_execve, words.front(), words.data(), environment));
+}
+
 int start(const char* path, char* const arguments[], char* const environment[]) {
-  if (!isOfThisBuild(path)) return static_cast<int>(::syscall(SYS_execve, path, arguments, environment));
+  if (!isOfThisBuild(path)) {
+    return toBeConfined ? startConfined(path, arguments, environment)
+                        : static_cast<int>(::syscall(SYS_execve, path, arguments, environment));
+  }
   const Emulated emulated(path, arguments, environment);
   return static_cast<int>(::syscall(SYS_execve, emulated.path(), emulated.arguments(), emulated.environment()));
 }
@@ -86,6 +119,8 @@ int start(const char* path, char* const arguments[], char* const environment[]) 
 // The C library's own declarations name their parameters in the way that is reserved to it.
 // NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" {
+
+void qv_confine_what_this_becomes() { toBeConfined = true; }
 
 int execve(const char* path, char* const arguments[], char* const environment[]) noexcept {
   return start(path, arguments, environment);
