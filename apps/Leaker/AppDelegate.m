@@ -1,5 +1,7 @@
 #import "AppDelegate.h"
 
+#import "ListView.h"
+
 @implementation AppDelegate
 
 @synthesize window = _window;
@@ -11,7 +13,11 @@
 
 - (BOOL)application:(UIApplication *)application didFinishLaunchingWithOptions:(NSDictionary *)launchOptions {
   self.window = [[[UIWindow alloc] initWithFrame:[[UIScreen mainScreen] bounds]] autorelease];
-  self.window.rootViewController = [[[UIViewController alloc] init] autorelease];
+  UIViewController *controller = [[[UIViewController alloc] init] autorelease];
+  controller.view = [ListView
+      viewWithTitle:@"Leaker"
+               rows:@[ @[ @"The merger is off", @"Confidential" ], @[ @"intranet.example.com/merger", @"Link" ] ]];
+  self.window.rootViewController = controller;
   [self.window makeKeyAndVisible];
   return YES;
 }

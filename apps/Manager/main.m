@@ -1,5 +1,7 @@
 #import <UIKit/UIKit.h>
 
+#import "ListView.h"
+
 @interface AppDelegate : NSObject <UIApplicationDelegate> {
   UIWindow *_window;
 }
@@ -17,7 +19,12 @@
 
 - (BOOL)application:(UIApplication *)application didFinishLaunchingWithOptions:(NSDictionary *)launchOptions {
   self.window = [[[UIWindow alloc] initWithFrame:[[UIScreen mainScreen] bounds]] autorelease];
-  self.window.rootViewController = [[[UIViewController alloc] init] autorelease];
+  UIViewController *controller = [[[UIViewController alloc] init] autorelease];
+  controller.view = [ListView viewWithTitle:@"Manager" rows:@[
+    @[ @"Passcode", @"Asked for by managed apps" ], @[ @"Managed apps", @"Notes, Vault" ],
+    @[ @"Policies", @"Up to date" ]
+  ]];
+  self.window.rootViewController = controller;
   [self.window makeKeyAndVisible];
   return YES;
 }

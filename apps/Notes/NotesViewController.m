@@ -1,6 +1,7 @@
 #import "NotesViewController.h"
 
 #import "Note.h"
+#import "NotesView.h"
 
 @implementation NotesViewController
 
@@ -22,30 +23,36 @@
   [super dealloc];
 }
 
+- (void)loadView {
+  self.view = [[[NotesView alloc] initWithFrame:[[UIScreen mainScreen] bounds] notes:_notes] autorelease];
+}
+
+- (NotesView *)notesView {
+  return (NotesView *)self.view;
+}
+
 - (void)viewDidLoad {
   [super viewDidLoad];
   NSLog(@"Showing %lu notes.", (unsigned long)[_notes count]);
-  _text = [[UITextField alloc] initWithFrame:CGRectMake(20, 60, 280, 40)];
+  NotesView *view = [self notesView];
+  _text = [view.textField retain];
   _text.text = [[self note] title];
-  [self.view addSubview:_text];
-  [self addButton:@"Edit" action:@selector(edit) row:0];
-  [self addButton:@"Share" action:@selector(share) row:1];
-  [self addButton:@"Open in" action:@selector(openIn) row:2];
-  [self addButton:@"Print" action:@selector(print) row:3];
+  [view setBody:[[self note] body]];
+  [view addButton:@"Edit" target:self action:@selector(edit)];
+  [view addButton:@"Share" target:self action:@selector(share)];
+  [view addButton:@"Open in" target:self action:@selector(openIn)];
+  [view addButton:@"Print" target:self action:@selector(print)];
   UIMenuItem *capitals = [[[UIMenuItem alloc] initWithTitle:@"Capitals" action:@selector(capitals:)] autorelease];
   [UIMenuController sharedMenuController].menuItems = [NSArray arrayWithObject:capitals];
 }
 
-- (void)addButton:(NSString *)title action:(SEL)action row:(int)row {
-  UIButton *button = [UIButton buttonWithType:UIButtonTypeSystem];
-  button.frame = CGRectMake(20, 120 + 50 * row, 280, 40);
-  [button setTitle:title forState:UIControlStateNormal];
-  [button addTarget:self action:action forControlEvents:UIControlEventTouchUpInside];
-  [self.view addSubview:button];
-}
-
 - (Note *)note {
   return [_notes objectAtIndex:0];
+}
+
+- (void)say:(NSString *)sentence {
+  NSLog(@"%@", sentence);
+  [[self notesView] setStatus:sentence];
 }
 
 - (NSURL *)noteURL {
@@ -71,10 +78,8 @@
                                          applicationActivities:nil] autorelease];
   sheet.completionWithItemsHandler = ^(UIActivityType type, BOOL completed, NSArray *items, NSError *error) {
     (void)items, (void)error;
-    if (type)
-      NSLog(completed ? @"Shared by %@." : @"Not shared by %@.", type);
-    else
-      NSLog(@"Not shared.");
+    NSString *format = completed ? @"Shared by %@." : @"Not shared by %@.";
+    [self say:type ? [NSString stringWithFormat:format, type] : @"Not shared."];
   };
   [self presentViewController:sheet animated:YES completion:nil];
 }
@@ -83,13 +88,13 @@
   [_openIn release];
   _openIn = [[UIDocumentInteractionController interactionControllerWithURL:[self noteURL]] retain];
   if (![_openIn presentOpenInMenuFromRect:CGRectZero inView:self.view animated:YES]) {
-    NSLog(@"No other app can open the note.");
+    [self say:@"No other app can open the note."];
   }
 }
 
 - (void)print {
   if (![UIPrintInteractionController isPrintingAvailable]) {
-    NSLog(@"There is nothing to print with.");
+    [self say:@"There is nothing to print with."];
     return;
   }
   UIPrintInteractionController *printer = [UIPrintInteractionController sharedPrintController];
@@ -97,7 +102,7 @@
   [printer presentAnimated:YES
          completionHandler:^(UIPrintInteractionController *controller, BOOL completed, NSError *error) {
            (void)controller, (void)error;
-           NSLog(completed ? @"Printed the note." : @"Did not print the note.");
+           [self say:completed ? @"Printed the note." : @"Did not print the note."];
          }];
 }
 

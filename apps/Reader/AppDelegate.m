@@ -1,5 +1,7 @@
 #import "AppDelegate.h"
 
+#import "ListView.h"
+
 @implementation AppDelegate
 
 @synthesize window = _window;
@@ -11,9 +13,21 @@
 
 - (BOOL)application:(UIApplication *)application didFinishLaunchingWithOptions:(NSDictionary *)launchOptions {
   self.window = [[[UIWindow alloc] initWithFrame:[[UIScreen mainScreen] bounds]] autorelease];
-  self.window.rootViewController = [[[UIViewController alloc] init] autorelease];
+  UIViewController *controller = [[[UIViewController alloc] init] autorelease];
+  controller.view = [ListView viewWithTitle:@"Reader" rows:@[ @[ @"Nothing yet", @"On the pasteboard" ] ]];
+  self.window.rootViewController = controller;
   [self.window makeKeyAndVisible];
   return YES;
+}
+
+- (void)show:(NSArray *)items {
+  NSMutableArray *rows = [NSMutableArray array];
+  for (NSDictionary *item in items) {
+    NSString *type = [[[item allKeys] sortedArrayUsingSelector:@selector(compare:)] lastObject];
+    [rows addObject:@[ [[item objectForKey:type] description], type ]];
+  }
+  if ([rows count] == 0) [rows addObject:@[ @"Nothing", @"On the pasteboard" ]];
+  [(ListView *)self.window.rootViewController.view setRows:rows];
 }
 
 - (void)applicationDidBecomeActive:(UIApplication *)application {
@@ -23,6 +37,7 @@
     for (NSString *type in [[item allKeys] sortedArrayUsingSelector:@selector(compare:)])
       NSLog(@"Reader sees %@: %@", type, [item objectForKey:type]);
   }
+  [self show:items];
 }
 
 @end

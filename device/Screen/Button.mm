@@ -1,6 +1,5 @@
+#include "Screen/Colors.h"
 #include "Screen/Scene.h"
-
-#import <QuartzCore/CALayer.h>
 
 namespace qvdevice {
 
@@ -15,7 +14,9 @@ bool isDark(UIColor *color) {
 }
 
 Color titleColor(UIButton *button) {
-  const Color usual = isDark([button backgroundColor])            ? palette::kWhite
+  UIColor *const own = [button titleColorForState:[button state]];
+  const Color usual = own                                         ? colorOf(own)
+                      : isDark([button backgroundColor])          ? palette::kWhite
                       : [button buttonType] == UIButtonTypeSystem ? palette::kTint
                                                                   : palette::kLabel;
   if (![button isEnabled]) return palette::kPlaceholder;

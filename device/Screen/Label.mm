@@ -1,3 +1,4 @@
+#include "Screen/Colors.h"
 #include "Screen/Scene.h"
 
 #import "UIKit/FontWeight.h"
@@ -17,12 +18,6 @@ Weight weightOf(UIFont *font) {
   if (weight >= UIFontWeightBold) return Weight::kBold;
   if (weight >= UIFontWeightSemibold) return Weight::kSemibold;
   return weight >= UIFontWeightMedium ? Weight::kMedium : Weight::kRegular;
-}
-
-Color colorOf(UIColor *color) {
-  CGFloat red = 0, green = 0, blue = 0, alpha = 1;
-  [color getRed:&red green:&green blue:&blue alpha:&alpha];
-  return {red, green, blue, alpha};
 }
 
 Alignment alignmentOf(NSTextAlignment alignment) {

@@ -13,6 +13,7 @@
 - (instancetype)initWithFrame:(CGRect)frame {
   if ((self = [super initWithFrame:frame])) {
     _titles = [[NSMutableDictionary alloc] init];
+    _titleColors = [[NSMutableDictionary alloc] init];
     _titleLabel = [[UILabel alloc] initWithFrame:[self bounds]];
     [self addSubview:_titleLabel];
   }
@@ -22,6 +23,7 @@
 - (void)dealloc {
   [_titleLabel release];
   [_titles release];
+  [_titleColors release];
   [super dealloc];
 }
 
@@ -49,6 +51,19 @@
 - (NSString *)titleForState:(UIControlState)state {
   NSString *const title = [_titles objectForKey:[NSNumber numberWithUnsignedInteger:state]];
   return title ? title : [_titles objectForKey:[NSNumber numberWithUnsignedInteger:UIControlStateNormal]];
+}
+
+- (void)setTitleColor:(UIColor *)color forState:(UIControlState)state {
+  NSNumber *const key = [NSNumber numberWithUnsignedInteger:state];
+  if (color)
+    [_titleColors setObject:color forKey:key];
+  else
+    [_titleColors removeObjectForKey:key];
+}
+
+- (UIColor *)titleColorForState:(UIControlState)state {
+  UIColor *const color = [_titleColors objectForKey:[NSNumber numberWithUnsignedInteger:state]];
+  return color ? color : [_titleColors objectForKey:[NSNumber numberWithUnsignedInteger:UIControlStateNormal]];
 }
 
 - (NSString *)currentTitle {

@@ -4,6 +4,7 @@
 /// what becomes of an app whose passcode extension does not do what it should.
 @interface PasscodeViewController : UIViewController {
   NSMutableString *_typed;
+  UILabel *_dots;
   BOOL _withMessage;
 }
 @end

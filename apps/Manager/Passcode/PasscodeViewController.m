@@ -1,5 +1,8 @@
 #import "PasscodeViewController.h"
 
+#import <QuartzCore/QuartzCore.h>
+
+#import "CardView.h"
 #import "PasscodeRequest.h"
 #import "Say.h"
 
@@ -8,41 +11,96 @@
 
 static NSString *const kPasscode = @"2580";
 static NSString *const kErrorDomain = @"com.example.manager.passcode";
+static const UIViewAutoresizing kStaysInTheMiddle =
+    UIViewAutoresizingFlexibleLeftMargin | UIViewAutoresizingFlexibleRightMargin | UIViewAutoresizingFlexibleTopMargin |
+    UIViewAutoresizingFlexibleBottomMargin;
 
 @implementation PasscodeViewController
 
 - (void)dealloc {
   [_typed release];
+  [_dots release];
   [super dealloc];
 }
 
-- (void)addButton:(NSString *)title action:(SEL)action at:(NSUInteger)place {
+- (UIButton *)addButton:(NSString *)title action:(SEL)action frame:(CGRect)frame {
   UIButton *button = [UIButton buttonWithType:UIButtonTypeSystem];
   [button setTitle:title forState:UIControlStateNormal];
-  [button setFrame:CGRectMake(20 + 95 * (CGFloat)(place % 3), 60 + 60 * (CGFloat)(place / 3), 90, 50)];
+  [button setFrame:frame];
+  [button setAutoresizingMask:kStaysInTheMiddle];
   [button addTarget:self action:action forControlEvents:UIControlEventTouchUpInside];
   [[self view] addSubview:button];
+  return button;
+}
+
+- (UILabel *)addText:(NSString *)text size:(CGFloat)size weight:(UIFontWeight)weight at:(CGFloat)y {
+  UILabel *label = [UILabel labelWithText:text size:size weight:weight];
+  [label setTextAlignment:NSTextAlignmentCenter];
+  [label setFrame:CGRectMake(0, y, [[self view] bounds].size.width, size * 1.4)];
+  [label setAutoresizingMask:UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleTopMargin |
+                             UIViewAutoresizingFlexibleBottomMargin];
+  [[self view] addSubview:label];
+  return label;
+}
+
+/// Keys in rows of three, in the middle of the screen; digits are round.
+- (void)addKeysBelow:(CGFloat)top step:(CGFloat)step {
+  NSArray *titles = @[ @"1", @"2", @"3", @"4", @"5", @"6", @"7", @"8", @"9", @"Cancel", @"0", @"OK" ];
+  CGFloat size = step - 16, left = CGRectGetMidX([[self view] bounds]) - 1.5 * step + 8;
+  NSUInteger place = 0;
+  for (NSString *title in titles) {
+    BOOL isDigit = [title length] == 1;
+    SEL action = isDigit ? @selector(type:) : [title isEqual:@"OK"] ? @selector(confirm) : @selector(cancel);
+    UIButton *key =
+        [self addButton:title action:action
+                  frame:CGRectMake(left + step * (CGFloat)(place % 3), top + step * (CGFloat)(place / 3), size, size)];
+    if (isDigit) {
+      [key setBackgroundColor:[UIColor colorWithWhite:0.5 alpha:0.18]];
+      [key setTitleColor:[UIColor blackColor] forState:UIControlStateNormal];
+      [[key layer] setCornerRadius:size / 2];
+    }
+    ++place;
+  }
+}
+
+/// What a passcode extension does not do when all is well.
+- (void)addTroubleBelow:(CGFloat)top {
+  CGFloat width = 110, left = CGRectGetMidX([[self view] bounds]) - 1.5 * width;
+  [self addButton:@"Message" action:@selector(promiseMessage) frame:CGRectMake(left, top, width, 44)];
+  [self addButton:@"Crash" action:@selector(crash) frame:CGRectMake(left + width, top, width, 44)];
+  [self addButton:@"Hang" action:@selector(hang) frame:CGRectMake(left + 2 * width, top, width, 44)];
 }
 
 - (void)viewDidLoad {
   [super viewDidLoad];
   _typed = [[NSMutableString alloc] init];
-  NSUInteger place = 0;
-  for (NSString *digit in @[ @"1", @"2", @"3", @"4", @"5", @"6", @"7", @"8", @"9" ])
-    [self addButton:digit action:@selector(type:) at:place++];
-  [self addButton:@"Cancel" action:@selector(cancel) at:place++];
-  [self addButton:@"0" action:@selector(type:) at:place++];
-  [self addButton:@"OK" action:@selector(confirm) at:place++];
-  [self addButton:@"Message" action:@selector(promiseMessage) at:place++];
-  [self addButton:@"Crash" action:@selector(crash) at:place++];
-  [self addButton:@"Hang" action:@selector(hang) at:place++];
+  UIView *view = [self view];
+  // Up to release 12 nothing blurs what is behind.
+  BOOL isBlurred = [[[UIDevice currentDevice] systemVersion] integerValue] >= 13;
+  [view setBackgroundColor:[UIColor colorWithWhite:1 alpha:isBlurred ? 0.2 : 0.95]];
+  CGFloat height = [view bounds].size.height;
+  CGFloat step = height < 500 ? 60 : 92;
+  CGFloat top = height / 2 - 2 * step + (height < 500 ? 20 : 10);
+  [self addText:@"Enter Passcode" size:20 weight:UIFontWeightSemibold at:top - (height < 500 ? 52 : 120)];
+  _dots = [[self addText:nil size:26 weight:UIFontWeightRegular at:top - (height < 500 ? 30 : 76)] retain];
+  [self showDots];
+  [self addKeysBelow:top step:step];
+  [self addTroubleBelow:height < 500 ? height - 60 : height - 110];
   LoadPasscodeRequest([self extensionContext], ^(NSDictionary *request) {
     Say(@"Passcode is asked for: %@", request ? InWords(request) : @"but not by an app that knows how");
   });
 }
 
+- (void)showDots {
+  NSMutableString *dots = [NSMutableString string];
+  for (NSUInteger place = 0; place < MAX([kPasscode length], [_typed length]); ++place)
+    [dots appendString:place < [_typed length] ? @" ●" : @" ○"];
+  [_dots setText:dots];
+}
+
 - (void)type:(UIButton *)digit {
   [_typed appendString:[digit titleForState:UIControlStateNormal]];
+  [self showDots];
 }
 
 - (void)promiseMessage {
@@ -60,6 +118,7 @@ static NSString *const kErrorDomain = @"com.example.manager.passcode";
 - (void)confirm {
   BOOL right = [_typed isEqualToString:kPasscode];
   [_typed setString:@""];
+  [self showDots];
   if (right)
     [self answer:@{@"result" : @"TRUE", @"ak" : @"sample-ak", @"sk" : @"sample-sk"}];
   else

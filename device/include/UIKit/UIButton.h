@@ -2,7 +2,7 @@
 
 #import <UIKit/UIControl.h>
 
-@class UILabel;
+@class UIColor, UILabel;
 
 typedef NS_ENUM(NSInteger, UIButtonType) {
   UIButtonTypeCustom = 0,
@@ -12,6 +12,7 @@ typedef NS_ENUM(NSInteger, UIButtonType) {
 @interface UIButton : UIControl {
 @private
   NSMutableDictionary *_titles;
+  NSMutableDictionary *_titleColors;
   UILabel *_titleLabel;
   UIButtonType _buttonType;
 }
@@ -25,5 +26,8 @@ typedef NS_ENUM(NSInteger, UIButtonType) {
 - (void)setTitle:(NSString *)title forState:(UIControlState)state;
 /// A state without a title of its own has that of the normal state.
 - (NSString *)titleForState:(UIControlState)state;
+- (void)setTitleColor:(UIColor *)color forState:(UIControlState)state;
+/// Like a title; nil where none was set, and the button's type decides.
+- (UIColor *)titleColorForState:(UIControlState)state;
 
 @end
