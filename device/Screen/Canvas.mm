@@ -133,9 +133,11 @@ void Canvas::gradient(CGRect rect, Color top, Color bottom) {
 
 void Canvas::text(NSString *string, CGRect rect, const TextStyle &style) {
   if (!drawable(rect)) return;
-  const std::vector<Line> set = setText(charactersOf(string), style.font, rect.size.width, style.mostLines);
   const Extent extent = extentOf(style.font);
   const CGFloat lineHeight = extent.above + extent.below;
+  const auto room = static_cast<std::size_t>(std::max(rect.size.height / lineHeight, CGFloat{1}));
+  const std::vector<Line> set =
+      setText(charactersOf(string), style.font, rect.size.width, std::min(style.mostLines, room));
   CGFloat base = CGRectGetMidY(rect) - lineHeight * static_cast<CGFloat>(set.size()) / 2 + extent.above;
   source(style.color);
   for (const Line &line : set) {
@@ -183,20 +185,20 @@ UIImage *Canvas::behind(CGRect rect) {
   // The matrix leads to pixels; an image context is turned upside down twice, so they grow downwards as well.
   const CGRect pixels = CGRectMake(rect.origin.x * matrix.xx + matrix.x0, rect.origin.y * matrix.yy + matrix.y0,
                                    rect.size.width * matrix.xx, rect.size.height * matrix.yy);
-  const CGImageRef whole = CGBitmapContextCreateImage(context_);
-  if (whole == nullptr) return nil;
-  UIImage *const drawn = [UIImage imageWithCGImage:whole];
-  CGImageRelease(whole);
-  const CGSize size = [drawn size];
-  if (pixels.origin.x >= size.width || pixels.origin.y >= size.height || CGRectGetMaxX(pixels) <= 0 ||
-      CGRectGetMaxY(pixels) <= 0 || pixels.size.width > 2 * size.width || pixels.size.height > 2 * size.height)
+  cairo_surface_t *const drawn = contextOf(context_)->surface.get();
+  const double width = cairo_image_surface_get_width(drawn), height = cairo_image_surface_get_height(drawn);
+  if (pixels.origin.x >= width || pixels.origin.y >= height || CGRectGetMaxX(pixels) <= 0 ||
+      CGRectGetMaxY(pixels) <= 0 || pixels.size.width > 2 * width || pixels.size.height > 2 * height)
     return nil;
   UIGraphicsBeginImageContextWithOptions(rect.size, NO, scale_);
-  [drawn drawInRect:CGRectMake(-pixels.origin.x / scale_, -pixels.origin.y / scale_, size.width / scale_,
-                               size.height / scale_)];
-  UIImage *const cut = UIGraphicsGetImageFromCurrentImageContext();
+  if (const Context *const cut = contextOf(UIGraphicsGetCurrentContext())) {
+    cairo_identity_matrix(cut->cairo.get());
+    cairo_set_source_surface(cut->cairo.get(), drawn, -std::round(pixels.origin.x), -std::round(pixels.origin.y));
+    cairo_paint(cut->cairo.get());
+  }
+  UIImage *const image = UIGraphicsGetImageFromCurrentImageContext();
   UIGraphicsEndImageContext();
-  return cut;
+  return image;
 }
 
 double Canvas::brightness(CGPoint point) {

@@ -43,17 +43,12 @@ void drawWindows(Scene &scene) {
   NSArray *const windows = [UIWindow qvdevice_visibleWindows];
   UIWindow *const edited = windowOfFirstResponder(), *const key = [UIWindow qvdevice_keyWindow];
   const bool isEditing = edited && isEditedInFront(edited);
-  bool hasStatusBar = false;
   for (UIWindow *window in windows) {
-    if (!hasStatusBar && [window windowLevel] >= UIWindowLevelStatusBar) {
-      drawStatusBar(scene);
-      hasStatusBar = true;
-    }
     if (isEditing || ![window isKindOfClass:[UITextEffectsWindow class]]) drawView(scene, window);
     if (isEditing && window == edited) drawEditMenu(scene);
     if (window == key) drawOpenInMenu(scene);
   }
-  if (!hasStatusBar) drawStatusBar(scene);
+  drawStatusBar(scene);
 }
 
 void drawApp(Scene &scene, UIApplication *application) {

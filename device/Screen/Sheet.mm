@@ -8,16 +8,15 @@ namespace qvdevice {
 namespace {
 
 constexpr CGFloat kHeader = 68, kTilesHeight = 112, kRow = 50, kMargin = 16, kRadius = 14;
-constexpr CGFloat kTile = 60, kTileStep = 84;
+constexpr CGFloat kTile = 60, kTileStep = 84, kPadWidth = 400, kWidest = 500;
 constexpr std::array<Color, 5> kTileColors{Color{0.20, 0.78, 0.35}, Color{0, 0.48, 1}, Color{1, 0.62, 0.04},
                                            Color{0.35, 0.34, 0.84}, Color{1, 0.27, 0.23}};
 
-CGRect placeOf(const Scene &scene, CGFloat height) {
-  if (scene.isPad) return CGRectMake((scene.size.width - 400) / 2, (scene.size.height - height) / 2, 400, height);
-  const CGFloat width = std::min(scene.size.width, CGFloat{500});
+CGRect placeOf(const Scene &scene, CGFloat width, CGFloat height) {
+  const CGFloat x = (scene.size.width - width) / 2;
+  if (scene.isPad) return CGRectMake(x, (scene.size.height - height) / 2, width, height);
   // A little taller than it is seen: its lower corners lie outside of the screen.
-  return CGRectMake((scene.size.width - width) / 2, scene.size.height - height - kHomeArea, width,
-                    height + kHomeArea + kRadius);
+  return CGRectMake(x, scene.size.height - height - kHomeArea, width, height + kHomeArea + kRadius);
 }
 
 void drawHeader(Canvas &canvas, CGRect place, const Sheet &sheet) {
@@ -50,21 +49,28 @@ void drawTile(Canvas &canvas, const SheetTile &tile, CGRect rect, std::size_t in
 void drawSheet(Scene &scene, const Sheet &sheet) {
   Canvas &canvas = scene.canvas;
   const CGFloat rows = kRow * static_cast<CGFloat>(sheet.rows.size());
-  const CGFloat height =
-      kHeader + (sheet.tiles.empty() ? 0 : kTilesHeight) + (sheet.rows.empty() ? 0 : rows + 2 * kMargin);
-  CGRect place = placeOf(scene, std::min(height, scene.size.height - 60));
+  const CGFloat width = scene.isPad ? kPadWidth : std::min(scene.size.width, kWidest);
+  const auto tilesInARow = static_cast<std::size_t>((width - 2 * kMargin) / kTileStep);
+  const std::size_t tileRows = (sheet.tiles.size() + tilesInARow - 1) / tilesInARow;
+  const CGFloat tiles = kTilesHeight * static_cast<CGFloat>(tileRows);
+  const CGFloat height = kHeader + tiles + (sheet.rows.empty() ? 0 : rows + 2 * kMargin);
+  const CGRect place = placeOf(scene, width, std::min(height, scene.size.height - 60));
   canvas.fill(scene.bounds(), palette::kDimming);
   canvas.fill(place, palette::kGrouped, kRadius);
   Canvas::State state(canvas);
   state.clip(place, kRadius);
   drawHeader(canvas, place, sheet);
-  CGFloat y = place.origin.y + kHeader;
-  CGFloat x = place.origin.x + kMargin + (kTileStep - kTile) / 2;
-  for (std::size_t index = 0; index < sheet.tiles.size() && x < CGRectGetMaxX(place); ++index, x += kTileStep)
-    drawTile(canvas, sheet.tiles[index], CGRectMake(x, y + 14, kTile, kTile), index);
-  if (!sheet.tiles.empty()) y += kTilesHeight;
+  const CGFloat left = place.origin.x + (width - kTileStep * static_cast<CGFloat>(tilesInARow)) / 2;
+  for (std::size_t index = 0; index < sheet.tiles.size(); ++index) {
+    const auto column = static_cast<CGFloat>(index % tilesInARow), row = static_cast<CGFloat>(index / tilesInARow);
+    drawTile(canvas, sheet.tiles[index],
+             CGRectMake(left + kTileStep * column + (kTileStep - kTile) / 2,
+                        place.origin.y + kHeader + kTilesHeight * row + 14, kTile, kTile),
+             index);
+  }
   if (sheet.rows.empty()) return;
-  const CGRect list = CGRectMake(place.origin.x + kMargin, y + kMargin, place.size.width - 2 * kMargin, rows);
+  const CGRect list = CGRectMake(place.origin.x + kMargin, place.origin.y + kHeader + tiles + kMargin,
+                                 place.size.width - 2 * kMargin, rows);
   canvas.fill(list, palette::kWhite, 10);
   CGRect line = CGRectMake(list.origin.x + kMargin, list.origin.y, list.size.width - 2 * kMargin, kRow);
   for (NSString *title : sheet.rows) {

@@ -8,6 +8,7 @@ namespace {
 
 constexpr char32_t kUnknown = 0xfffd;
 constexpr char32_t kEllipsis = 0x2026;
+constexpr double kNarrowest = 0.15; // of a letter's size
 
 bool isHighHalf(char32_t unit) { return unit >= 0xd800 && unit < 0xdc00; }
 bool isLowHalf(char32_t unit) { return unit >= 0xdc00 && unit < 0xe000; }
@@ -22,8 +23,10 @@ bool isInvisible(char32_t letter) {
 /// How many of the letters go on a line of that width: to the last blank, or as many as fit; at least one.
 std::size_t fitting(const std::u32string &text, const Font &font, double width) {
   const auto fits = [&](std::size_t count) { return setLine(text.substr(0, count), font).width <= width; };
-  if (fits(text.size())) return text.size();
-  std::size_t most = 1, tooMany = text.size();
+  // Not more than would fit if all were of the narrowest letters: a long text is not set whole for each of its lines.
+  const auto bound = static_cast<std::size_t>(width / (font.size * kNarrowest)) + 2;
+  if (text.size() <= bound && fits(text.size())) return text.size();
+  std::size_t most = 1, tooMany = std::min(text.size(), bound);
   while (tooMany - most > 1) {
     const std::size_t middle = most + (tooMany - most) / 2;
     (fits(middle) ? most : tooMany) = middle;
@@ -34,6 +37,7 @@ std::size_t fitting(const std::u32string &text, const Font &font, double width) 
 }
 
 Line endingWithEllipsis(std::u32string text, const Font &font, double width) {
+  text.resize(std::min(text.size(), fitting(text, font, width)));
   text += kEllipsis;
   while (text.size() > 1 && setLine(text, font).width > width)
     text.erase(text.size() - 2, 1);
@@ -60,7 +64,9 @@ std::u32string charactersOf(NSString *string, std::size_t most) {
   return letters;
 }
 
-std::vector<Line> setText(const std::u32string &text, const Font &font, double width, std::size_t mostLines) {
+std::vector<Line> setText(const std::u32string &whole, const Font &font, double width, std::size_t mostLines) {
+  // Blanks at the end need no room, and are no reason for an ellipsis.
+  const std::u32string text = whole.substr(0, whole.find_last_not_of(U" \n") + 1);
   std::vector<Line> lines;
   std::size_t start = 0;
   while (start < text.size() && lines.size() < mostLines) {

@@ -14,12 +14,15 @@ namespace qvdevice {
 
 namespace {
 
-UIImage *blurred(UIImage *image, UIBlurEffectStyle style) {
+/// Nil when nobody in the process knows that effect, and when there is nothing behind.
+UIImage *blurred(Canvas &canvas, CGRect rect, UIBlurEffectStyle style) {
   Class const effects = NSClassFromString(@"UIImageEffects");
   SEL const effect = style == UIBlurEffectStyleDark    ? @selector(imageByApplyingDarkEffectToImage:)
                      : style == UIBlurEffectStyleLight ? @selector(imageByApplyingLightEffectToImage:)
                                                        : @selector(imageByApplyingExtraLightEffectToImage:);
-  return image && [effects respondsToSelector:effect] ? [effects performSelector:effect withObject:image] : nil;
+  if (![effects respondsToSelector:effect]) return nil;
+  UIImage *const behind = canvas.behind(rect);
+  return behind ? [effects performSelector:effect withObject:behind] : nil;
 }
 
 constexpr Color tint(UIBlurEffectStyle style) {
@@ -32,7 +35,7 @@ void drawVisualEffect(Scene &scene, UIVisualEffectView *view) {
   if (![[view effect] isKindOfClass:[UIBlurEffect class]]) return;
   const UIBlurEffectStyle style = [(UIBlurEffect *)[view effect] qvdevice_style];
   const CGRect bounds = [view bounds];
-  if (UIImage *const image = blurred(scene.canvas.behind(bounds), style))
+  if (UIImage *const image = blurred(scene.canvas, bounds, style))
     scene.canvas.image(image, bounds);
   else
     scene.canvas.fill(bounds, tint(style));

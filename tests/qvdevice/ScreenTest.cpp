@@ -137,6 +137,68 @@ TEST_F(Screens, ofAnExtensionShowWhatItsOwnProcessDrew) {
   EXPECT_GT(different, 500);
 }
 
+/// The largest step between two neighbours: letters have edges, what is blurred has none.
+int sharpness(const PngFile& picture, unsigned left, unsigned top, unsigned right, unsigned bottom) {
+  int largest = 0;
+  for (unsigned y = top; y < bottom; ++y) {
+    for (unsigned x = left; x < right; ++x) {
+      largest = std::max(largest, distance(picture.at(x, y), picture.at(x + 1, y)));
+    }
+  }
+  return largest;
+}
+
+TEST_F(Screens, behindThePasscodeAreBlurredByTheLibrary) {
+  const Ended ended = runWithPasscode("screen before\nauthenticate\nextension tap 2\nscreen passcode\n");
+  EXPECT_EQ(ended.status, 0) << ended.out << ended.err;
+  // The title of the app's screen, above which the keypad has nothing.
+  EXPECT_GT(sharpness(picture("01-before.png"), 40, 120, 220, 200), 200);
+  const PngFile passcode = picture("02-passcode.png");
+  EXPECT_LT(sharpness(passcode, 40, 120, 220, 200), 20);
+  EXPECT_GT(distance(passcode.at(130, 160), passcode.at(500, 160)), 8) << "its shade is left";
+}
+
+TEST_F(Screens, ofAShareSheetAreWhatThePoliciesLeave) {
+  const std::string all =
+      folder.write("all.json", R"({"ready": true, "authState": 1, "pasteboardPolicy": 1, "openInPolicy": 1})");
+  const Ended ended = run("tap Share\nscreen all\n", {"--system-version", "12.4", "--policies", all});
+  ASSERT_EQ(ended.status, 0) << ended.out << ended.err;
+  const std::string none =
+      folder.write("none.json", R"({"ready": true, "authState": 1, "pasteboardPolicy": 0, "openInPolicy": 0})");
+  fs::rename(screens / "01-all.png", folder.path() / "all.png");
+  ASSERT_EQ(run("tap Share\nscreen none\n", {"--system-version", "12.4", "--policies", none}).status, 0);
+  // The darkened app ends where the sheet begins, which is higher the more it offers.
+  const auto top = [](const PngFile& file) {
+    unsigned y = file.height() - 1;
+    while (y > 0 && distance(file.at(10, y), file.at(10, file.height() - 120)) < 3) {
+      --y;
+    }
+    return y;
+  };
+  EXPECT_LT(top(PngFile(folder.path() / "all.png")) + 200, top(picture("01-none.png")));
+}
+
+TEST_F(Screens, haveNoEditMenuAfterTheUsersNextTouch) {
+  const Ended ended = run("tap Edit\nmenu\nscreen menu\ntap Edit\nscreen touched\n", {"--json"});
+  ASSERT_EQ(ended.status, 0) << ended.err;
+  const auto menus = objectsOf(ended.out, "menu");
+  ASSERT_EQ(menus.size(), 2u);
+  EXPECT_EQ(menus[0]["event"], "shown");
+  EXPECT_EQ(menus[1]["event"], "hidden");
+  const Dot bar{38, 38, 41};
+  const auto dark = [&](const PngFile& file) {
+    int count = 0;
+    for (unsigned y = 520; y < 640; ++y) {
+      for (unsigned x = 0; x < 400; ++x) {
+        count += distance(file.at(x, y), bar) < 3 ? 1 : 0;
+      }
+    }
+    return count;
+  };
+  EXPECT_GT(dark(picture("01-menu.png")), 2000);
+  EXPECT_LT(dark(picture("02-touched.png")), 50) << "some of a letter";
+}
+
 TEST_F(Screens, ofAnExtensionThatHangsHaveAGreyPlaceAndComeInTime) {
   const auto start = std::chrono::steady_clock::now();
   const Ended ended = runWithPasscode("authenticate\nextension tap Hang\nscreen hung\nscreen still\n");
