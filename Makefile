@@ -34,7 +34,7 @@ asan: setup
 	@scripts/test.sh linux-asan
 
 tsan: setup
-	@$(call build,linux-tsan)
+	@$(call build,linux-tsan,thread-tests)
 	@scripts/test.sh linux-tsan
 
 # What makes the containers, and what confines, is this machine's.
