@@ -58,6 +58,9 @@ Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const s
     return app.ended() ? endedByItself(*app.ended(), events) : hung("was not active after " + limitText_);
   }
   app.readUntilQuiet(kIdle, limit_);
+  if (auto outcome = lookAtScreen(app)) {
+    return *outcome;
+  }
   for (Unplayed rest = events; !rest.empty(); rest = rest.subspan(1)) {
     const Event& event = rest.front();
     if (event.kind == Event::Kind::kChapter) {
@@ -98,6 +101,11 @@ Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const s
       break;
     case Event::Kind::kCommand:
       if (const auto outcome = tell(app, event, rest)) {
+        return *outcome;
+      }
+    }
+    if (event.kind != Event::Kind::kScreen) {
+      if (auto outcome = lookAtScreen(app)) {
         return *outcome;
       }
     }
@@ -185,6 +193,24 @@ std::optional<Outcome> AppRun::takePicture(AppProcess& app, const Event& event, 
     record["file"] = screens_->write(event.title, record.value("png", ""));
   }
   report_.record(record);
+  return std::nullopt;
+}
+
+std::optional<Outcome> AppRun::lookAtScreen(AppProcess& app) {
+  if (!report_.wantsPictures() || app.ended()) {
+    return std::nullopt;
+  }
+  const auto answer = askForScreen(app, limit_);
+  if (!answer) {
+    // Who has just been told to end may do so instead of answering; that it does is judged with the next event.
+    return app.ended() ? std::nullopt : std::optional(hung("gave no picture in " + limitText_));
+  }
+  if (answer->refusal.empty() && answer->result != lastPicture_) {
+    lastPicture_ = answer->result;
+    nlohmann::ordered_json record{{"kind", "screen"}, {"title", nullptr}};
+    record.update(answer->result);
+    report_.record(record);
+  }
   return std::nullopt;
 }
 

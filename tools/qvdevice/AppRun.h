@@ -45,6 +45,8 @@ private:
   std::optional<Outcome> takePicture(AppProcess& app, const Event& event, Unplayed rest);
   /// How it ends when an event was refused, or was not, and the other was to be.
   std::optional<Outcome> judge(const std::string& who, const Event& event, const std::string& refusal) const;
+  /// Takes a picture that nobody asked for, when the report wants one and the screen has changed.
+  std::optional<Outcome> lookAtScreen(AppProcess& app);
   Outcome terminate(AppProcess& app, const Event& event);
   Outcome awaitEnd(AppProcess& app, const Event& event);
 
@@ -59,6 +61,7 @@ private:
   Stream stream_;
   Coverage coverage_;
   std::string lastLine_;
+  nlohmann::ordered_json lastPicture_;
   bool launched_ = false;
   bool active_ = false;
   /// It has said that it is about to end.

@@ -15,6 +15,7 @@ enum Status : int {
   kNoInput = 66,     // a file that is not there
   kCannotStart = 69, // the program does not start here
   kInternal = 70,
+  kCannotWrite = 74, // the report
 };
 
 /// What went wrong, as a sentence, and the exit status that tells of it.

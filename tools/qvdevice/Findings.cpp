@@ -64,10 +64,12 @@ private:
     const std::string read = readInWords(record);
     const std::string argument = record.contains("argument") ? " " + valueInWords(record["argument"]) : "";
     const std::string words = answer.is_boolean() ? (answer.get<bool>() ? "yes" : "no") : valueInWords(answer);
-    add(answer == Json(false)  ? Tone::kRefused
-        : answer == Json(true) ? Tone::kAllowed
-                               : Tone::kPlain,
-        textOf(record, "question") + argument + ": " + words + (read.empty() ? "" : " (" + read + ")"));
+    const std::string asked = textOf(record, "asked");
+    note(answer == Json(false)  ? Tone::kRefused
+         : answer == Json(true) ? Tone::kAllowed
+                                : Tone::kPlain,
+         textOf(record, "question") + argument + ": " + words + (read.empty() ? "" : " (" + read + ")"),
+         asked.empty() ? "" : "asked by " + asked, true);
   }
 
   void offer(const Json& record) {
@@ -112,11 +114,13 @@ private:
     add(Tone::kPlain, "acknowledged: " + what + " " + resultInWords(result));
   }
 
-  void add(Tone tone, const std::string& text) {
+  void add(Tone tone, const std::string& text) { note(tone, text, {}, false); }
+
+  void note(Tone tone, const std::string& text, const std::string& detail, bool decision) {
     const auto same =
         std::find_if(findings_.begin(), findings_.end(), [&](const Finding& each) { return each.text == text; });
     if (same == findings_.end()) {
-      findings_.push_back({tone, text});
+      findings_.push_back({tone, text, detail, decision});
     }
   }
 

@@ -13,6 +13,9 @@ struct Finding {
   enum class Tone { kPlain, kAllowed, kRefused, kProtected };
   Tone tone;
   std::string text;
+  /// More about it, for who wants to know: who asked for a decision.
+  std::string detail{};
+  bool decision = false;
 };
 
 /// What the records of a step say, the same thing once: decisions and the policies behind them, what was offered, what

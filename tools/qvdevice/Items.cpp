@@ -21,13 +21,13 @@ const std::set<std::string> kPlatformFolders{"Documents/",
                                              "Library/Preferences/.lck/",
                                              "tmp/"};
 
+} // namespace
+
 std::string storedProtection(const fs::path& path) {
   std::array<char, 256> value{};
   const ssize_t length = lgetxattr(path.c_str(), "user.qv.protection", value.data(), value.size());
   return length > 0 ? std::string(value.data(), static_cast<std::size_t>(length)) : std::string();
 }
-
-} // namespace
 
 ContainerWatch::ContainerWatch(fs::path container, std::string bundleName)
     : container_(std::move(container)), bundleName_(std::move(bundleName)), before_(times()) {}

@@ -14,6 +14,9 @@ struct Item {
   std::string protection; // the class stored with the item; empty when it has none of its own
 };
 
+/// The protection class stored with an item; empty when it has none of its own.
+std::string storedProtection(const std::filesystem::path& path);
+
 /// Tells what an app wrote: remembers what a container holds, and later finds what has come or changed.
 class ContainerWatch {
 public:

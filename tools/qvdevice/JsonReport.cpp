@@ -67,6 +67,8 @@ public:
     print({{"kind", "end"}, {"status", outcome.status}, {"sentence", outcome.sentence}});
   }
 
+  void wrote(const std::filesystem::path& page) override { print({{"kind", "report"}, {"page", page.string()}}); }
+
   void played(const Outcome& outcome) override {
     print({{"kind", "played"}, {"status", outcome.status}, {"sentence", outcome.sentence}});
   }

@@ -12,6 +12,7 @@
 #include "Report.h"
 #include "Scenario.h"
 #include "Terminal.h"
+#include "report/HtmlReport.h"
 
 namespace fs = std::filesystem;
 
@@ -104,12 +105,20 @@ private:
 
 int play(const PlayOptions& options) {
   const Scenario scenario = readScenario(options.scenario, appsFolder());
+  std::optional<HtmlReport> html;
+  if (options.report) {
+    html.emplace(*options.report).setTitle(scenario.title.empty() ? options.scenario.stem().string() : scenario.title);
+  }
   const auto report = options.json      ? makeJsonReport()
                       : options.verbose ? makeTextReport(true, wantsColour())
                                         : makeProgressReport(wantsColour());
-  const Outcome outcome = Player(options, scenario, *report).play(scenario.steps);
-  report->played(outcome);
-  return outcome.status;
+  return playReported(*report, html ? &*html : nullptr,
+                      [&](Report& shown) {
+                        const Outcome outcome = Player(options, scenario, shown).play(scenario.steps);
+                        shown.played(outcome);
+                        return outcome;
+                      })
+      .status;
 }
 
 } // namespace qvdevice

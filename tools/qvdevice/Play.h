@@ -15,6 +15,8 @@ struct PlayOptions {
   std::optional<std::filesystem::path> containers;
   std::optional<std::filesystem::path> device;
   bool noLibrary = false;
+  /// Where an HTML report is written.
+  std::optional<std::filesystem::path> report;
   bool json = false;
   bool verbose = false;
   int timeoutSeconds = 30;

@@ -14,6 +14,10 @@ class ProgressReport : public StepReport {
 public:
   explicit ProgressReport(bool colour) : terminal_(colour) {}
 
+  void wrote(const std::filesystem::path& page) override {
+    terminal_.print({{Colour::kNone, "The report is "}, {Colour::kBold, page.string()}});
+  }
+
 protected:
   void beganChapter(const std::string& title) override { terminal_.print(Colour::kBold, "\n" + title); }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,6 +35,9 @@ class Report {
 public:
   virtual ~Report() = default;
 
+  /// Whether a picture of the screen is wanted after each event that has changed it.
+  virtual bool wantsPictures() const { return false; }
+
   /// What follows belongs together. May come before an app's begin and after its end.
   virtual void chapter(const std::string& title) = 0;
   virtual void begin(const Setting& setting) = 0;
@@ -46,8 +50,12 @@ public:
   virtual void end(const std::vector<Item>& items, const Outcome& outcome) = 0;
   /// A scenario with several launches is over, or could not go on.
   virtual void played(const Outcome& outcome) = 0;
+  /// Another report was written, to this page.
+  virtual void wrote(const std::filesystem::path& page) = 0;
 };
 
+/// Tells several others what it is told; they outlive it.
+std::unique_ptr<Report> makeSharedReport(std::vector<Report*> others);
 /// For people. `verbose` shows details too: of the log, each step, each event of the user that the SDK hears of.
 std::unique_ptr<Report> makeTextReport(bool verbose, bool colour);
 /// For people who look on: a line for each thing that happens, with what came of it.

@@ -4,6 +4,7 @@
 #include "Device.h"
 #include "Failure.h"
 #include "Terminal.h"
+#include "report/HtmlReport.h"
 
 namespace fs = std::filesystem;
 
@@ -17,6 +18,10 @@ int run(const RunOptions& options) {
     throw Failure(kNoInput, "there is no policies file at " + options.policies->string());
   }
 
+  std::optional<HtmlReport> html;
+  if (options.report) {
+    html.emplace(*options.report);
+  }
   std::optional<ScreenFolder> screens;
   if (options.screens) {
     screens.emplace(*options.screens);
@@ -32,8 +37,12 @@ int run(const RunOptions& options) {
   const fs::path container = temporary ? fs::canonical(temporary->path()) : prepareContainer(*options.container);
   const DeviceToRunOn device(options.device, options.installed);
   const auto report = options.json ? makeJsonReport() : makeTextReport(options.verbose, wantsColour());
-  return playApp(options, bundle, container, options.keep || options.container.has_value(), device.folder(), events,
-                 *report, screens ? &*screens : nullptr)
+  const bool kept = options.keep || options.container.has_value();
+  return playReported(*report, html ? &*html : nullptr,
+                      [&](Report& shown) {
+                        return playApp(options, bundle, container, kept, device.folder(), events, shown,
+                                       screens ? &*screens : nullptr);
+                      })
       .status;
 }
 

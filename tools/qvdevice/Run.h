@@ -20,6 +20,8 @@ struct RunOptions : LaunchOptions {
   /// Where the pictures of the screen are written.
   std::optional<std::filesystem::path> screens;
   bool keep = false;
+  /// Where an HTML report is written.
+  std::optional<std::filesystem::path> report;
   bool json = false;
   bool verbose = false;
 };

@@ -17,7 +17,7 @@ namespace qvdevice {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> kNames{"device", "install", "launch"};
+constexpr std::array<std::string_view, 4> kNames{"title", "device", "install", "launch"};
 
 std::string inQuotes(std::string_view text) { return "\"" + std::string(text) + "\""; }
 
@@ -40,7 +40,9 @@ public:
   Reader(const fs::path& file, const fs::path& apps) : folder_(file.parent_path()), apps_(apps) {}
 
   void take(EventLine& line, std::string_view name) {
-    if (name == "device") {
+    if (name == "title") {
+      scenario_.title = line.text("title needs a text");
+    } else if (name == "device") {
       device(line);
     } else if (name == "install") {
       install(line);

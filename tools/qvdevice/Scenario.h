@@ -31,6 +31,8 @@ struct Scenario {
   };
   using Step = std::variant<Chapter, Install, Launch>;
 
+  /// What it shows; empty when it does not say.
+  std::string title;
   /// Of the device, where the scenario says so.
   std::optional<std::string> systemVersion;
   std::optional<std::string> idiom;

@@ -129,6 +129,8 @@ public:
     print(outcome.status == 0 ? Colour::kGreen : Colour::kRed, "\n" + outcome.sentence + ".");
   }
 
+  void wrote(const std::filesystem::path& page) override { print(Colour::kNone, "The report is " + page.string()); }
+
   void played(const Outcome& outcome) override {
     print(outcome.status == 0 ? Colour::kGreen : Colour::kRed, "\n" + outcome.sentence + ".");
   }

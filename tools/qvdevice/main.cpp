@@ -36,6 +36,12 @@ static void addInstall(CLI::App& command, std::vector<std::filesystem::path>& in
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
 }
 
+static void addReport(CLI::App& command, std::optional<std::filesystem::path>& report) {
+  command.add_option(
+      "--report", report,
+      "A folder for an HTML report of all that happens, with pictures: new, empty, or with an older report");
+}
+
 static void addRun(CLI::App& run, RunOptions& options) {
   run.add_option("APP", options.app, "The app: a folder with an Info.plist and an executable")->required();
   run.add_option("--policies", options.policies, "What the management SDK lays down: a JSON file");
@@ -71,6 +77,7 @@ static void addRun(CLI::App& run, RunOptions& options) {
   run.add_option("--screens", options.screens, "A folder for the pictures of the screen that `screen` takes");
   run.add_flag("--keep", options.keep, "Leave the fresh container behind and say where it is");
   run.add_flag("--no-library", options.noLibrary, "Run the app by itself, to compare");
+  addReport(run, options.report);
   run.add_flag("--json", options.json, "One JSON object a line instead of text");
   run.add_flag("--verbose", options.verbose,
                "Show details too: of the log, each step and each of the user's events that the SDK hears of");
@@ -92,6 +99,7 @@ static void addPlay(CLI::App& play, PlayOptions& options) {
                   "Where the apps' containers are kept, in folders named by identifier; without it they are removed");
   play.add_option("--device", options.device, "The device's folder, kept; without it a fresh one, removed after");
   play.add_flag("--no-library", options.noLibrary, "Run the apps by themselves, to compare");
+  addReport(play, options.report);
   play.add_flag("--json", options.json, "One JSON object a line instead of text");
   play.add_flag("--verbose", options.verbose, "All that happens, not a line for each step");
   play.add_option("--timeout", options.timeoutSeconds, "Seconds that an app may take to start, to answer, to end")
