@@ -23,7 +23,7 @@ build = scripts/build.sh $(1) $(JOBS) $(2)
 
 demo: setup
 	@$(call build,linux)
-	@build/linux/bin/qvdevice play apps/day.scenario
+	@build/linux/bin/qvdevice play apps/day.scenario --report build/demo
 
 test: setup
 	@$(call build,linux)
