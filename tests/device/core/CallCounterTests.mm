@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 #include <sys/mman.h>
 #include <unistd.h>
+#include <unwind.h>
 
 #import <Foundation/Foundation.h>
 
@@ -85,9 +86,14 @@ void doNothing() {}
 
 std::uintptr_t stackPointerOfCaller;
 std::uintptr_t returnAddress;
+_Unwind_Reason_Code rememberFrame(_Unwind_Context *context, void *) {
+  if (_Unwind_GetIP(context) != returnAddress) return _URC_NO_REASON;
+  stackPointerOfCaller = _Unwind_GetCFA(context);
+  return _URC_END_OF_STACK;
+}
 __attribute__((noinline)) void remember() {
   returnAddress = reinterpret_cast<std::uintptr_t>(__builtin_return_address(0));
-  stackPointerOfCaller = reinterpret_cast<std::uintptr_t>(__builtin_dwarf_cfa());
+  _Unwind_Backtrace(rememberFrame, nullptr);
 }
 using Plain = void();
 Plain *remembering;
