@@ -1,5 +1,27 @@
 # Builds for another machine, whose programs an emulator runs (QV_EMULATOR, from the toolchain file).
 set(QV_TIMEOUT_FACTOR 1)
+
+# qv_cannot_be_emulated(PROGRAM TEST REASON...): these tests of a program are reported as disabled where an emulator runs
+# it, after the program's gtest_discover_tests and in its directory. One that the program does not have is an error.
+function(qv_cannot_be_emulated program)
+  if(NOT QV_EMULATOR)
+    return()
+  endif()
+  set(script "if(NOT DEFINED ${program}_TESTS)\n  return() # it has not been built\nendif()\n")
+  while(ARGN)
+    list(POP_FRONT ARGN test reason)
+    string(APPEND script "# ${reason}
+list(FIND ${program}_TESTS \"${test}\" at)
+if(at EQUAL -1)
+  message(FATAL_ERROR \"cannot be emulated, but is no test of ${program}: ${test}\")
+endif()
+set_tests_properties(\"${test}\" PROPERTIES DISABLED ON LABELS not-emulated)
+")
+  endwhile()
+  file(WRITE "${CMAKE_CURRENT_BINARY_DIR}/${program}.not-emulated.cmake" "${script}")
+  set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${CMAKE_CURRENT_BINARY_DIR}/${program}.not-emulated.cmake")
+endfunction()
+
 if(NOT QV_EMULATOR)
   return()
 endif()

@@ -198,9 +198,9 @@ TEST(Exec, passesOnWhatTheProgramSaysApartAndWhole) {
 }
 
 TEST(Exec, keepsTheOrderOfBothWhereTheyGoTheSameWay) {
-  const Ended ended = runProgram(
-      {"/bin/sh", "-c",
-       std::string(QVDEVICE) + " exec -- /bin/sh -c 'for i in 1 2 3 4 5; do echo out; echo err >&2; done' 2>&1"});
+  const Ended ended = runProgram({"/bin/sh", "-c",
+                                  QVDEVICE_IN_A_SHELL
+                                  " exec -- /bin/sh -c 'for i in 1 2 3 4 5; do echo out; echo err >&2; done' 2>&1"});
   EXPECT_EQ(ended.out, "out\nerr\nout\nerr\nout\nerr\nout\nerr\nout\nerr\n");
 }
 

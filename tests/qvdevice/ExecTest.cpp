@@ -79,8 +79,8 @@ TEST(Exec, withKeepLeavesTheContainerAndSaysWhere) {
 }
 
 TEST(Exec, insideAContainerMakesItsOwnInsideThatOne) {
-  const Ended ended =
-      execShell(std::string("echo $QVDEVICE_CONTAINER; " QVDEVICE " exec -- /bin/sh -c 'echo $QVDEVICE_CONTAINER'"));
+  const Ended ended = execShell(
+      std::string("echo $QVDEVICE_CONTAINER; " QVDEVICE_IN_A_SHELL " exec -- /bin/sh -c 'echo $QVDEVICE_CONTAINER'"));
   const std::vector<std::string> lines = linesOf(ended.out);
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_TRUE(lines[1].starts_with(lines[0] + "/")) << ended.out;
