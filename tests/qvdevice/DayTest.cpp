@@ -55,13 +55,13 @@ protected:
 
 TEST_F(Day, isPlayedToItsEnd) {
   EXPECT_EQ(ended->status, 0) << ended->err;
-  EXPECT_THAT(all("end", "sentence"), ElementsAre("Notes ended by itself in good order, with status 0",
-                                                  "Leaker was told to end and did, with status 0",
-                                                  "Reader was told to end and did, with status 0",
-                                                  "Leaker was told to end and did, with status 0",
-                                                  "Reader was told to end and did, with status 0",
-                                                  "Vault ended by itself in good order, with status 0"));
-  EXPECT_THAT(all("played", "sentence"), ElementsAre("The scenario was played to its end, with 6 launches"));
+  EXPECT_THAT(
+      all("end", "sentence"),
+      ElementsAre("Notes ended by itself in good order, with status 0", "Leaker was told to end and did, with status 0",
+                  "Reader was told to end and did, with status 0", "Leaker was told to end and did, with status 0",
+                  "Reader was told to end and did, with status 0", "Vault was told to end and did, with status 0",
+                  "Vault ended by itself in good order, with status 0"));
+  EXPECT_THAT(all("played", "sentence"), ElementsAre("The scenario was played to its end, with 7 launches"));
 }
 
 TEST_F(Day, refusesWhatThePoliciesForbid) {

@@ -65,7 +65,8 @@ fs::path prepareContainer(const fs::path& folder) {
   }
   for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
     const std::string name = entry.path().filename().string();
-    if (name != "Documents" && name != "Library" && name != "tmp" && entry.path().extension() != ".app") {
+    if (name != "Documents" && name != "Library" && name != "SystemData" && name != "tmp" &&
+        entry.path().extension() != ".app") {
       throw Failure(kCannotStart,
                     folder.string() + " is no app's container: it holds " + name + "; name an empty or a new folder");
     }

@@ -31,7 +31,12 @@ public:
     // Who has no identifier is known by its name.
     const std::string identifier = bundle.identifier.empty() ? bundle.name() : bundle.identifier;
     if (kept_) {
-      return prepareContainer(*kept_ / identifier);
+      // What the app itself has put there since its first launch is no reason to refuse it.
+      const auto [known, first] = keptContainers_.try_emplace(identifier);
+      if (first) {
+        known->second = prepareContainer(*kept_ / identifier);
+      }
+      return known->second;
     }
     auto& container = containers_[identifier];
     if (!container) {
@@ -42,6 +47,7 @@ public:
 
 private:
   std::optional<fs::path> kept_;
+  std::map<std::string, fs::path> keptContainers_;
   std::map<std::string, std::unique_ptr<TemporaryContainer>> containers_;
 };
 
