@@ -1,12 +1,13 @@
 # The commands a person types. `make help` lists them.
 .DEFAULT_GOAL := help
-.PHONY: help setup demo test bench ios asan tsan arm64 arm64-core arm64-setup lint clean
+.PHONY: help setup demo test web bench ios asan tsan arm64 arm64-core arm64-setup lint clean
 
 JOBS ?= $(shell nproc)
 
 help:
 	@echo "make demo    a day of a managed phone: apps under the sandbox, on the simulated device"
 	@echo "make test    build all and run the tests"
+	@echo "make web     test the pages in Chromium"
 	@echo "make asan    the tests under AddressSanitizer and UBSan"
 	@echo "make tsan    the tests that have threads, under ThreadSanitizer"
 	@echo "make arm64   the tests as arm64, under an emulator"
@@ -28,6 +29,11 @@ demo: setup
 test: setup
 	@$(call build,linux)
 	@scripts/test.sh linux
+
+web: setup
+	@scripts/web-setup.sh
+	@$(call build,linux,qvdevice QVSandbox Notes.app Manager.app Vault.app)
+	@node --test tests/web/
 
 asan: setup
 	@$(call build,linux-asan)

@@ -31,7 +31,7 @@ endfunction()
 
 # The programs whose tests have threads, of their own or of the device's: all that ThreadSanitizer is to see. The rest runs
 # on one thread, and building it for that would take longer than everything else.
-set(QV_THREAD_TESTS binding_test decisions_test device_accelerate_test device_application_test device_core_tests
+set(QV_THREAD_TESTS binding_test console_server_test decisions_test device_accelerate_test device_application_test device_core_tests
   device_extension_test device_graphics_test device_pasteboard_test device_uikit_test passcode_extension_test
   passcode_process_test protection_test qvdevice_extension_tests sdk_tests wipe_test
   zorbel_delegate_termination_test)

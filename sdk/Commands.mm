@@ -1,6 +1,6 @@
 // Commands from outside. {"do": "set", "values": {...}, "message": "..."}: the administrator changes something while
 // the app runs. {"do": "authenticate"}: the user has to show who they are. {"do": "ask", "question": "..."}: the SDK
-// asks its delegate one of its questions.
+// asks its delegate one of its questions. {"do": "policies"}: what the SDK answers with now.
 
 #import <QVDevice/QVDevice.h>
 #import <Zorbel/QVDevicePolicies.h>
@@ -55,6 +55,11 @@ NSString *askOne(NSDictionary *command) {
   return [NSString stringWithFormat:@"\"question\" must be %@ or %@", questions[0], questions[1]];
 }
 
+NSString *tellPolicies() {
+  QVDeviceAnswer(qvdevice::objectFrom(zorbel::valuesOf(zorbel::policies())));
+  return nil;
+}
+
 /// Whoever cannot show the passcode extension is not asked to.
 NSString *authenticate() {
   id<ZorbelDelegate> const delegate = [[Zorbel sharedInstance] zorbelDelegate];
@@ -78,6 +83,9 @@ NSString *authenticate() {
   });
   QVDeviceSetControlHandler(@"ask", ^NSString *(NSDictionary *command) {
     return askOne(command);
+  });
+  QVDeviceSetControlHandler(@"policies", ^NSString *(NSDictionary *) {
+    return tellPolicies();
   });
   QVDeviceSetControlHandler(@"authenticate", ^NSString *(NSDictionary *) {
     return authenticate();

@@ -259,6 +259,24 @@ Taken takeValues(const Json& values, Policies base) {
   return base;
 }
 
+Json valuesOf(const Policies& policies) {
+  Json values{{"ready", policies.ready},
+              {"readyToTerminate", policies.readyToTerminate},
+              {"checkInRequested", policies.checkInRequested},
+              {"authState", policies.authState},
+              {"managedPolicy", policies.managedPolicy},
+              {"openInPolicy", policies.openInPolicy},
+              {"pasteboardPolicy", policies.pasteboardPolicy},
+              {"printPolicy", policies.printPolicy},
+              {"zbPasteboardTypePrefixes", policies.zbPasteboardTypePrefixes},
+              {"appSchemes", policies.appSchemes},
+              {"delegateProxy", policies.delegateProxy}};
+  if (policies.openInWhitelist) values["openInWhitelist"] = *policies.openInWhitelist;
+  if (policies.config.is_object()) values["config"] = policies.config;
+  if (policies.appInfo.is_object()) values["appInfo"] = policies.appInfo;
+  return values;
+}
+
 Taken parsePolicies(const std::string& text, Policies base) {
   KeyFinder finder(text);
   if (const auto refusal = finder.find()) {

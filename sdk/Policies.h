@@ -58,6 +58,9 @@ struct Change {
   std::optional<Refusal> refusal;
 };
 
+/// They as a policies file gives them, with every key that has a value.
+nlohmann::json valuesOf(const Policies& policies);
+
 /// Changes them from now on, to what `change` makes of those of the moment, if it does not refuse. Any thread.
 Change changePolicies(const std::function<Taken(const Policies&)>& change);
 

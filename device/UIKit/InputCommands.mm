@@ -66,6 +66,13 @@ void collectButtons(UIView *view, NSMutableArray *buttons) {
     collectButtons(subview, buttons);
 }
 
+NSArray *shownButtons(UIApplication *application) {
+  NSMutableArray *const buttons = [NSMutableArray array];
+  for (UIWindow *window in [application windows])
+    collectButtons(window, buttons);
+  return buttons;
+}
+
 NSString *noButton(NSString *title, NSArray *buttons) {
   NSMutableArray *const titles = [NSMutableArray array];
   for (UIButton *button in buttons)
@@ -80,9 +87,8 @@ NSString *tap(UIApplication *application, NSDictionary *command) {
   NSString *const title = QVDeviceTextArgument(command, @"title", &problem);
   if (!title) return problem;
   if ((problem = QVDeviceNotUsable(application))) return problem;
-  NSMutableArray *const buttons = [NSMutableArray array], *const meant = [NSMutableArray array];
-  for (UIWindow *window in [application windows])
-    collectButtons(window, buttons);
+  NSArray *const buttons = shownButtons(application);
+  NSMutableArray *const meant = [NSMutableArray array];
   for (UIButton *button in buttons)
     if ([[button currentTitle] isEqualToString:title]) [meant addObject:button];
   if ([meant count] == 0) return noButton(title, buttons);
@@ -192,6 +198,29 @@ NSString *hideKeyboard() {
   return [responder resignFirstResponder] ? nil : @"the first responder insists on being edited";
 }
 
+// What a user finds on the screen: "buttons" in the order of the windows, "field" when there is something to write in,
+// "editing" when somebody is written into, "unusable" with the reason when nothing can be done to the app.
+NSString *controls(UIApplication *application, NSDictionary *command) {
+  if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[])) return problem;
+  NSMutableArray *const buttons = [NSMutableArray array];
+  for (UIButton *button in shownButtons(application)) {
+    if (![[button currentTitle] length]) continue;
+    [buttons addObject:@{@"title" : [button currentTitle], @"enabled" : [NSNumber numberWithBool:[button isEnabled]]}];
+  }
+  BOOL field = NO;
+  for (UIWindow *window in [application windows])
+    field = field || fieldIn(window) != nil;
+  NSString *const unusable = QVDeviceNotUsable(application);
+  NSString *problem = nil;
+  QVDeviceAnswer(@{
+    @"buttons" : buttons,
+    @"field" : [NSNumber numberWithBool:field],
+    @"editing" : [NSNumber numberWithBool:writer(&problem) != nil],
+    @"unusable" : unusable ? unusable : (id)[NSNull null]
+  });
+  return nil;
+}
+
 // Without "wish": from dictation back to the keys.
 NSString *keyboard(UIApplication *application, NSDictionary *command) {
   if (NSString *const problem = QVDeviceUnexpectedArgument(command, @[ @"wish" ])) return problem;
@@ -229,7 +258,7 @@ void QVDeviceTakeInputCommands(UIApplication *application) {
     Command command;
   } commands[] = {
       {@"touch", touch},     {@"tap", tap},           {@"perform", perform}, {@"type", type},
-      {@"dictate", dictate}, {@"keyboard", keyboard}, {@"openURL", openURL},
+      {@"dictate", dictate}, {@"keyboard", keyboard}, {@"openURL", openURL}, {@"controls", controls},
   };
   for (const auto &each : commands) {
     const Command command = each.command;

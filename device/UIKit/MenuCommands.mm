@@ -1,5 +1,6 @@
 // "menu" shows the edit menu over what is being edited. "choose" takes what a menu or a sheet offers: "title" is an
-// entry's title, or the type of an activity, or the identifier of an app. "cancel" puts the menu or sheet away.
+// entry's title, or the type of an activity, or the identifier of an app. "cancel" puts the menu or sheet away. "offers"
+// tells what there is to choose from.
 #import "Commands.h"
 
 #import "CommandArguments.h"
@@ -13,6 +14,13 @@
 #import <UIKit/UIMenuController.h>
 
 namespace {
+
+NSArray *titlesOf(NSArray *offered, NSString *key) {
+  NSMutableArray *const titles = [NSMutableArray array];
+  for (id each in offered)
+    if ([[each valueForKey:key] isKindOfClass:[NSString class]]) [titles addObject:[each valueForKey:key]];
+  return titles;
+}
 
 NSString *notOffered(NSString *title, NSArray *offered, NSString *key) {
   NSMutableArray *const titles = [NSMutableArray array];
@@ -70,6 +78,25 @@ NSString *choose(UIApplication *application, NSDictionary *command) {
   return @"there is nothing to choose from: no menu and no share sheet is shown";
 }
 
+// "by": who offers, "sheet", "openInMenu" or "menu"; null when nothing is offered.
+NSString *offers(UIApplication *, NSDictionary *command) {
+  if (NSString *const unexpected = QVDeviceUnexpectedArgument(command, @[])) return unexpected;
+  NSString *by = nil;
+  NSArray *titles = @[];
+  if (UIActivityViewController *const sheet = [UIActivityViewController qvdevice_shown]) {
+    by = @"sheet";
+    titles = titlesOf([sheet qvdevice_offered], @"activityTitle");
+  } else if (UIDocumentInteractionController *const menu = [UIDocumentInteractionController qvdevice_shown]) {
+    by = @"openInMenu";
+    titles = titlesOf([menu qvdevice_offered], @"localizedName");
+  } else if ([[UIMenuController sharedMenuController] isMenuVisible]) {
+    by = @"menu";
+    titles = titlesOf([[UICalloutBar sharedCalloutBar] entries], @"title");
+  }
+  QVDeviceAnswer(@{@"by" : by ? by : (id)[NSNull null], @"titles" : titles});
+  return nil;
+}
+
 void cancelSheet(UIActivityViewController *sheet) {
   // The handler may let go of the sheet.
   [[sheet retain] autorelease];
@@ -105,6 +132,9 @@ NSString *menu(UIApplication *application, NSDictionary *command) {
 void QVDeviceTakeMenuCommands(UIApplication *application) {
   QVDeviceSetControlHandler(@"choose", ^NSString *(NSDictionary *command) {
     return choose(application, command);
+  });
+  QVDeviceSetControlHandler(@"offers", ^NSString *(NSDictionary *command) {
+    return offers(application, command);
   });
   QVDeviceSetControlHandler(@"cancel", ^NSString *(NSDictionary *command) {
     return cancel(application, command);

@@ -90,22 +90,41 @@ void AppProcess::readAnswers() {
   }
 }
 
+void AppProcess::takeSignals() {
+  if (!onSignal) {
+    signals_.forwardTo(child_->pid());
+    return;
+  }
+  for (const int number : signals_.take()) {
+    onSignal(number);
+  }
+}
+
+void AppProcess::watch(int descriptor, std::function<void()> ready) {
+  watched_ = descriptor;
+  watchedReady_ = std::move(ready);
+}
+
 void AppProcess::readOnce(Clock::duration limit) {
   const auto milliseconds = std::chrono::ceil<std::chrono::milliseconds>(std::max(limit, Clock::duration::zero()));
   // A channel that the app has closed would be ready for ever.
-  std::array<pollfd, 4> ready{{{console_.readingEnd(), POLLIN, 0},
+  std::array<pollfd, 5> ready{{{console_.readingEnd(), POLLIN, 0},
                                {controlOpen_ ? control_ : -1, POLLIN, 0},
                                {signals_.descriptor(), POLLIN, 0},
-                               {extensions_ ? extensions_->descriptor() : -1, POLLIN, 0}}};
+                               {extensions_ ? extensions_->descriptor() : -1, POLLIN, 0},
+                               {watched_, POLLIN, 0}}};
   ::poll(ready.data(), ready.size(), static_cast<int>(milliseconds.count()));
   if (ready[1].revents != 0) {
     readAnswers();
   }
   if (ready[2].revents != 0) {
-    signals_.forwardTo(child_->pid());
+    takeSignals();
   }
   if (ready[3].revents != 0) {
     extensions_->serve();
+  }
+  if (ready[4].revents != 0) {
+    watchedReady_();
   }
   // Asked before the last of its output is read: what it said before it ended is there by then.
   const auto status = child_->poll();
@@ -119,7 +138,7 @@ void AppProcess::readOnce(Clock::duration limit) {
 bool AppProcess::readUntil(const std::function<bool()>& done, Clock::duration limit) {
   const auto deadline = Clock::now() + limit;
   while (!done()) {
-    if (ended_ || Clock::now() >= deadline) {
+    if (ended_ || Clock::now() >= deadline || (enough && enough())) {
       return false;
     }
     readOnce(deadline - Clock::now());

@@ -55,6 +55,14 @@ public:
   /// Ends its process as the system does that needs the memory.
   std::optional<std::string> killExtension(Clock::duration limit);
 
+  /// Reading also looks at `descriptor`, and calls `ready` when there is something to read, until `ready` has read it.
+  void watch(int descriptor, std::function<void()> ready);
+  /// Once it answers true, whoever waits for the app or its extension waits no longer. Asked whenever something was
+  /// read or watched.
+  std::function<bool()> enough;
+  /// Where signals go that are sent to this program; without it, to the app.
+  std::function<void(int)> onSignal;
+
   /// The status that waitpid gave, once the app has ended and all that it said has been read.
   std::optional<int> ended() const { return ended_; }
 
@@ -62,6 +70,7 @@ private:
   void readOnce(Clock::duration limit);
   void readOutput();
   void readAnswers();
+  void takeSignals();
   pid_t awaitExtension(Clock::duration limit);
 
   Stream& stream_;
@@ -73,6 +82,8 @@ private:
   std::optional<ExtensionService> extensions_;
   std::optional<Child> child_;
   std::optional<int> ended_;
+  int watched_ = -1;
+  std::function<void()> watchedReady_;
   Clock::time_point lastSaid_ = Clock::now();
   Answers answers_;
 };

@@ -113,6 +113,13 @@ Outcome AppRun::play(Launch launch, const std::filesystem::path& device, const s
   return hung("was never told to end");
 }
 
+Outcome AppRun::drive(Launch launch, const std::filesystem::path& device, const Session& session) {
+  coverage_.giveTo(launch);
+  AppProcess app(std::move(launch), device, stream_);
+  const auto outcome = session(app);
+  return outcome ? *outcome : endedByItself(*app.ended(), {});
+}
+
 std::optional<Outcome> AppRun::judge(const std::string& who, const Event& event, const std::string& refusal) const {
   if (event.refused && refusal.empty()) {
     return Outcome{kAppFailed, who + " " + at(event) + "did not refuse \"" + event.name + "\""};

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <set>
 #include <span>
@@ -32,6 +33,20 @@ public:
   /// the app cannot be started at all.
   Outcome play(Launch launch, const std::filesystem::path& device, const std::vector<Event>& events);
 
+  /// What somebody does with an app that has just been started, until it has ended. Answers how it was ended; nothing
+  /// when it ended by itself.
+  using Session = std::function<std::optional<Outcome>(AppProcess&)>;
+
+  /// The same, but that `session` says what happens, and when.
+  Outcome drive(Launch launch, const std::filesystem::path& device, const Session& session);
+
+  /// For a session. Whether the app has become active.
+  bool active() const { return active_; }
+  /// Tells the app to end, and waits for that.
+  Outcome terminate(AppProcess& app, const Event& event);
+  /// That it was ended; `how` says why.
+  Outcome hung(const std::string& how) const;
+
   /// What has been seen of the library's hooks so far.
   const Coverage& coverage() const { return coverage_; }
 
@@ -47,11 +62,9 @@ private:
   std::optional<Outcome> judge(const std::string& who, const Event& event, const std::string& refusal) const;
   /// Takes a picture that nobody asked for, when the report wants one and the screen has changed.
   std::optional<Outcome> lookAtScreen(AppProcess& app);
-  Outcome terminate(AppProcess& app, const Event& event);
   Outcome awaitEnd(AppProcess& app, const Event& event);
 
   Outcome endedByItself(int status, Unplayed unplayed) const;
-  Outcome hung(const std::string& how) const;
 
   std::string name_;
   AppProcess::Clock::duration limit_;

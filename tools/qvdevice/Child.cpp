@@ -41,6 +41,9 @@ sigset_t queuedSignals() {
     _exit(127);
   };
   prctl(PR_SET_PDEATHSIG, SIGKILL);
+  if (launch.ownGroup) {
+    setpgid(0, 0);
+  }
   if (getppid() != parent) {
     _exit(127);
   }
@@ -103,7 +106,7 @@ void endOrphans() {
 
 SignalQueue::SignalQueue() {
   const sigset_t queued = queuedSignals();
-  sigprocmask(SIG_BLOCK, &queued, nullptr);
+  pthread_sigmask(SIG_BLOCK, &queued, &before_);
   descriptor_ = signalfd(-1, &queued, SFD_CLOEXEC | SFD_NONBLOCK);
   if (descriptor_ < 0) {
     fail("signalfd");
@@ -112,8 +115,18 @@ SignalQueue::SignalQueue() {
 
 SignalQueue::~SignalQueue() {
   close(descriptor_);
-  const sigset_t queued = queuedSignals();
-  sigprocmask(SIG_UNBLOCK, &queued, nullptr);
+  pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+}
+
+std::vector<int> SignalQueue::take() {
+  std::vector<int> numbers;
+  signalfd_siginfo signal{};
+  while (read(descriptor_, &signal, sizeof signal) == sizeof signal) {
+    if (signal.ssi_signo != SIGCHLD) {
+      numbers.push_back(static_cast<int>(signal.ssi_signo));
+    }
+  }
+  return numbers;
 }
 
 void SignalQueue::forwardTo(pid_t child) {

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include <csignal>
+
 #include <sys/types.h>
 
 namespace qvdevice {
@@ -21,10 +23,12 @@ struct Launch {
   std::optional<std::pair<std::string, std::string>> confinement{};
   /// Whether all that this process ever starts comes from this program, and is to end with it.
   bool alone = true;
+  /// Whether what the terminal sends does not reach the program.
+  bool ownGroup = false;
 };
 
 /// Signals that would end or address qvdevice arrive as something to read instead, for as long as this object lives.
-/// Children start with the mask that was in force before.
+/// Children start with none of them blocked. Threads that are started meanwhile leave these signals to it.
 class SignalQueue {
 public:
   SignalQueue();
@@ -38,8 +42,12 @@ public:
   /// sends has reached the child already, as a member of the same process group.
   void forwardTo(pid_t child);
 
+  /// Takes the waiting signals; those that do not tell of a child.
+  std::vector<int> take();
+
 private:
   int descriptor_;
+  sigset_t before_{};
 };
 
 /// A child process: started, waited for, never left behind.

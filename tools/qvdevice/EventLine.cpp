@@ -121,8 +121,10 @@ std::string EventLine::text(const std::string& needed) {
 }
 
 void EventLine::refuseAt(std::size_t place, const std::string& reason) const {
-  throw Failure(kBadInput,
-                file_.string() + ":" + std::to_string(number_) + ":" + std::to_string(place + 1) + ": " + reason);
+  const std::string column = std::to_string(place + 1);
+  const std::string where =
+      file_.empty() ? "column " + column : file_.string() + ":" + std::to_string(number_) + ":" + column;
+  throw Failure(kBadInput, where + ": " + reason);
 }
 
 } // namespace qvdevice

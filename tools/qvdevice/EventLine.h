@@ -12,7 +12,7 @@ namespace qvdevice {
 /// start or after a blank begins a comment, which reads as the end of the line.
 class EventLine {
 public:
-  /// `file` and `text` must outlive the line.
+  /// `file` and `text` must outlive the line. Without a file's name the line stands for itself.
   EventLine(const std::filesystem::path& file, std::size_t number, std::string_view text)
       : file_(file), number_(number), text_(text) {}
 

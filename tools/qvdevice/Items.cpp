@@ -34,8 +34,10 @@ ContainerWatch::ContainerWatch(fs::path container, std::string bundleName)
 
 ContainerWatch::Times ContainerWatch::times() const {
   Times found;
-  fs::recursive_directory_iterator item(container_, fs::directory_options::skip_permission_denied);
-  for (; item != fs::recursive_directory_iterator(); ++item) {
+  // The app may be at work: what is there now may be gone a moment later.
+  std::error_code error;
+  fs::recursive_directory_iterator item(container_, fs::directory_options::skip_permission_denied, error);
+  for (; item != fs::recursive_directory_iterator(); item.increment(error)) {
     std::string path = item->path().lexically_relative(container_).string();
     if (path == bundleName_ || path == "Library/Logs/Zorbel") {
       item.disable_recursion_pending();
@@ -54,6 +56,14 @@ ContainerWatch::Times ContainerWatch::times() const {
     }
   }
   return found;
+}
+
+std::vector<Item> ContainerWatch::all() const {
+  std::vector<Item> items;
+  for (const auto& [path, time] : times()) {
+    items.push_back({path, storedProtection(container_ / path)});
+  }
+  return items;
 }
 
 std::vector<Item> ContainerWatch::written() const {

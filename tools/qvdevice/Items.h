@@ -25,6 +25,8 @@ public:
   /// Items that are new or changed since, by path. The bundle, the platform's own folders and the SDK's log are
   /// not the app's.
   std::vector<Item> written() const;
+  /// All items, by path.
+  std::vector<Item> all() const;
 
 private:
   using Times = std::map<std::string, std::pair<std::int64_t, std::int64_t>>;

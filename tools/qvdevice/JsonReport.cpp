@@ -18,10 +18,12 @@ Json orNull(const std::string& text) { return text.empty() ? Json(nullptr) : Jso
 
 class JsonReport : public Report {
 public:
-  void chapter(const std::string& title) override { print({{"kind", "chapter"}, {"title", title}}); }
+  explicit JsonReport(std::function<void(const Json&)> take) : take_(std::move(take)) {}
+
+  void chapter(const std::string& title) override { take_({{"kind", "chapter"}, {"title", title}}); }
 
   void begin(const Setting& setting) override {
-    print({{"kind", "begin"},
+    take_({{"kind", "begin"},
            {"app", setting.bundle.name()},
            {"identifier", setting.bundle.identifier},
            {"systemVersion", setting.systemVersion},
@@ -31,9 +33,9 @@ public:
            {"library", setting.withLibrary}});
   }
 
-  void line(const std::string& text) override { print({{"kind", "output"}, {"text", text}}); }
+  void line(const std::string& text) override { take_({{"kind", "output"}, {"text", text}}); }
 
-  void record(const Json& record) override { print(record); }
+  void record(const Json& record) override { take_(record); }
 
   void event(const Event& event) override {
     Json object{{"kind", "event"}, {"event", event.name}};
@@ -57,25 +59,32 @@ public:
         object[key] = value;
       }
     }
-    print(object);
+    take_(object);
   }
 
   void end(const std::vector<Item>& items, const Outcome& outcome) override {
     for (const Item& item : items) {
-      print({{"kind", "item"}, {"path", item.path}, {"protection", orNull(item.protection)}});
+      take_({{"kind", "item"}, {"path", item.path}, {"protection", orNull(item.protection)}});
     }
-    print({{"kind", "end"}, {"status", outcome.status}, {"sentence", outcome.sentence}});
+    take_({{"kind", "end"}, {"status", outcome.status}, {"sentence", outcome.sentence}});
   }
 
-  void wrote(const std::filesystem::path& page) override { print({{"kind", "report"}, {"page", page.string()}}); }
+  void wrote(const std::filesystem::path& page) override { take_({{"kind", "report"}, {"page", page.string()}}); }
 
   void played(const Outcome& outcome) override {
-    print({{"kind", "played"}, {"status", outcome.status}, {"sentence", outcome.sentence}});
+    take_({{"kind", "played"}, {"status", outcome.status}, {"sentence", outcome.sentence}});
   }
+
+private:
+  std::function<void(const Json&)> take_;
 };
 
 } // namespace
 
-std::unique_ptr<Report> makeJsonReport() { return std::make_unique<JsonReport>(); }
+std::unique_ptr<Report> makeJsonReport() { return makeJsonReport(print); }
+
+std::unique_ptr<Report> makeJsonReport(std::function<void(const Json&)> taker) {
+  return std::make_unique<JsonReport>(std::move(taker));
+}
 
 } // namespace qvdevice

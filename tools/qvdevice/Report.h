@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -62,5 +63,7 @@ std::unique_ptr<Report> makeTextReport(bool verbose, bool colour);
 std::unique_ptr<Report> makeProgressReport(bool colour);
 /// For programs: one JSON object a line.
 std::unique_ptr<Report> makeJsonReport();
+/// The same objects, for whoever takes them.
+std::unique_ptr<Report> makeJsonReport(std::function<void(const nlohmann::ordered_json&)> taker);
 
 } // namespace qvdevice

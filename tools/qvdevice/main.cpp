@@ -13,6 +13,7 @@
 #include "Hooks.h"
 #include "Play.h"
 #include "Run.h"
+#include "console/LiveConsole.h"
 
 using namespace qvdevice;
 
@@ -86,6 +87,18 @@ static void addRun(CLI::App& run, RunOptions& options) {
       ->capture_default_str();
 }
 
+static void addConsole(CLI::App& console, ConsoleOptions& options) {
+  addRun(console, options);
+  // Here somebody watches, and says what happens.
+  for (const char* name : {"--events", "--screens", "--report", "--verbose"}) {
+    console.remove_option(console.get_option(name));
+  }
+  console.get_option("APP")->required(false)->description(
+      "The app: a folder with an Info.plist and an executable; without it the notes app of this build");
+  console.add_option("--port", options.port, "The port to listen on; without it the system chooses one")
+      ->check(CLI::Range(1, 65535));
+}
+
 static void addPlay(CLI::App& play, PlayOptions& options) {
   play.add_option(
           "SCENARIO", options.scenario,
@@ -132,6 +145,7 @@ static void addEffects(CLI::App& effects, EffectsOptions& options) {
 static int command(std::vector<std::string> arguments) {
   ExecOptions execOptions;
   RunOptions runOptions;
+  ConsoleOptions consoleOptions;
   PlayOptions playOptions;
   HooksOptions hooksOptions;
   EffectsOptions effectsOptions;
@@ -146,6 +160,9 @@ static int command(std::vector<std::string> arguments) {
   app.require_subcommand(1);
   CLI::App* run = app.add_subcommand("run", "Run an app under the sandbox and show what happens");
   addRun(*run, runOptions);
+  CLI::App* console =
+      app.add_subcommand("console", "Run an app and show it on a local page, where one does things to it");
+  addConsole(*console, consoleOptions);
   CLI::App* play = app.add_subcommand("play", "Play a scenario: several apps, one after the other, on one device");
   addPlay(*play, playOptions);
   app.add_subcommand("cc", "Compile an app's Objective-C sources into a bundle; qvdevice cc --help tells more");
@@ -170,6 +187,9 @@ static int command(std::vector<std::string> arguments) {
   }
   if (effects->parsed()) {
     return qvdevice::effects(effectsOptions);
+  }
+  if (console->parsed()) {
+    return qvdevice::console(consoleOptions);
   }
   if (play->parsed()) {
     return qvdevice::play(playOptions);
