@@ -1,6 +1,6 @@
 // "menu" shows the edit menu over what is being edited. "choose" takes what a menu or a sheet offers: "title" is an
-// entry's title, or the type of an activity, or the identifier of an app. "cancel" puts the menu or sheet away. "offers"
-// tells what there is to choose from.
+// entry's title, or the type of an activity, or the identifier of an app. "cancel" puts the menu or sheet away.
+// "offers" tells what there is to choose from.
 #import "Commands.h"
 
 #import "CommandArguments.h"
