@@ -11,6 +11,8 @@ namespace {
 
 // Of a text that may have as many lines as it likes.
 constexpr std::size_t kMostLines = 200;
+// What is out of range counts as the nearest size that is in it.
+constexpr double kSmallest = 1;
 constexpr double kLargest = 200;
 
 Weight weightOf(UIFont *font) {
@@ -40,7 +42,7 @@ void drawLabel(Scene &scene, UILabel *label) {
   const NSInteger lines = [label numberOfLines];
   const std::size_t most = lines > 0 ? std::min(static_cast<std::size_t>(lines), kMostLines) : kMostLines;
   scene.canvas.text([label text], [label bounds], {
-    .font = {std::min([font pointSize], kLargest), weightOf(font)}, .color = colorOf([label textColor]),
+    .font = {std::clamp([font pointSize], kSmallest, kLargest), weightOf(font)}, .color = colorOf([label textColor]),
     .alignment = alignmentOf([label textAlignment]), .mostLines = most
   });
 }
