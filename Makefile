@@ -32,7 +32,7 @@ test: setup
 
 web: setup
 	@scripts/web-setup.sh
-	@$(call build,linux,qvdevice QVSandbox Notes.app Manager.app Vault.app)
+	@$(call build,linux,qvdevice QVSandbox Leaker.app Manager.app Notes.app Reader.app Vault.app)
 	@node --test tests/web/
 
 asan: setup

@@ -47,6 +47,13 @@ TEST(EffectsCommand, showsTheLooksOfItsOwnPictureWithoutOne) {
   EXPECT_EQ(sizeOf(folder.path() / "sheet.png"), (std::array<unsigned, 2>{1340, 750}));
 }
 
+TEST(EffectsCommand, saysInJsonWhatItWrote) {
+  const WorkFolder folder;
+  const Ended ended = effectsIn(folder, {"--json"});
+  EXPECT_EQ(ended.status, 0) << ended.err;
+  EXPECT_EQ(ended.out, R"({"kind":"effects","sheet":")" + (folder.path() / "sheet.png").string() + "\"}\n");
+}
+
 TEST(EffectsCommand, showsTheLooksOfAnImage) {
   const WorkFolder folder;
   ASSERT_EQ(effectsIn(folder, {}).status, 0);

@@ -47,6 +47,7 @@ with tempfile.TemporaryDirectory() as folder:
     events.write_text("tap Nowhere\n")
     check("run", "--json", "--no-library", "--events", str(events), apps + "/Notes.app")
     check("hooks", "--json", apps + "/Notes.app")
+    check("effects", "--json", "-o", folder + "/sheet.png")
 
 must_refuse({"kind": "unheard of"})
 must_refuse({"kind": "end", "status": "0", "sentence": "x"})
@@ -54,7 +55,7 @@ must_refuse({"kind": "end", "status": 0})
 must_refuse({"kind": "item", "path": "a", "protection": None, "more": 1})
 must_refuse({"text": "without a kind"})
 for kind in ("begin", "end", "event", "log", "decision", "protection", "item", "sheet", "screen", "played", "report",
-             "windows", "rotation", "refused", "hook"):
+             "windows", "rotation", "refused", "hook", "effects"):
     if kind not in seen:
         failures += 1
         print("no line of the kind", kind, "was seen")

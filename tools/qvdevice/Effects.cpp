@@ -7,6 +7,7 @@
 #include <system_error>
 #include <utility>
 
+#include <nlohmann/json.hpp>
 #include <png.h>
 #include <unistd.h>
 
@@ -131,7 +132,12 @@ int effects(const EffectsOptions& options) {
   if (error) {
     throw Failure(kCannotStart, "cannot write " + output.string() + ": " + error.message());
   }
-  std::printf("%s\n", output.c_str());
+  if (options.json) {
+    const nlohmann::ordered_json line{{"kind", "effects"}, {"sheet", output.string()}};
+    std::printf("%s\n", line.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace).c_str());
+  } else {
+    std::printf("%s\n", output.c_str());
+  }
   return kDone;
 }
 

@@ -140,6 +140,7 @@ static void addEffects(CLI::App& effects, EffectsOptions& options) {
   effects.add_option("IMAGE", options.image, "A PNG; without one a picture of the program's own");
   effects.add_option("-o", options.output,
                      "The PNG to write, replaced when it is there; without a name it is IMAGE-effects.png, and new");
+  effects.add_flag("--json", options.json, "Say what was written as a JSON object");
 }
 
 static int command(std::vector<std::string> arguments) {
