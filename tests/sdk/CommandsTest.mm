@@ -115,6 +115,25 @@ TEST(SetCommand, withoutValuesChangesNothing) {
   EXPECT_THAT(heard.told, ElementsAre("0 0"));
 }
 
+TEST(PoliciesCommand, tellsWhatTheSdkAnswersWithNow) {
+  const Heard heard = listen(R"({"do": "policies"}
+{"do": "set", "values": {"ready": true, "authState": 1, "printPolicy": 7, "openInWhitelist": ["com.example.*"]}}
+{"do": "set", "values": {"config": {"key": [1, true]}, "appInfo": {"token": {"base64": "AAE="}}}}
+{"do": "policies"}
+)");
+  EXPECT_THAT(
+      heard.answers,
+      ElementsAre(
+          R"({"ok":true,"result":{"appSchemes":[],"authState":0,"checkInRequested":false,"delegateProxy":false,)"
+          R"("managedPolicy":0,"openInPolicy":0,"pasteboardPolicy":0,"printPolicy":0,"ready":false,)"
+          R"("readyToTerminate":false,"zbPasteboardTypePrefixes":[]}})",
+          kOk, kOk,
+          R"({"ok":true,"result":{"appInfo":{"token":{"base64":"AAE="}},"appSchemes":[],"authState":1,)"
+          R"("checkInRequested":false,"config":{"key":[1,true]},"delegateProxy":false,"managedPolicy":0,)"
+          R"("openInPolicy":0,"openInWhitelist":["com.example.*"],"pasteboardPolicy":0,"printPolicy":7,"ready":true,)"
+          R"("readyToTerminate":false,"zbPasteboardTypePrefixes":[]}})"));
+}
+
 TEST(AuthenticateCommand, asksWhetherTheAppCanShowTheExtensionAndThenForTheUser) {
   const Heard heard = listen("{\"do\": \"authenticate\"}\n", "LISTENER_ABLE");
   EXPECT_THAT(heard.answers, ElementsAre(kOk));

@@ -99,10 +99,14 @@ public:
     std::string answer;
     EXPECT_TRUE(nextLine(control_, answers_, answer));
     const auto read = nlohmann::json::parse(answer);
+    result_ = read.contains("result") ? read.at("result").dump() : "";
     nlohmann::ordered_json inOrder = {{"ok", read.at("ok")}};
     if (read.contains("error")) inOrder["error"] = read.at("error");
     return inOrder.dump();
   }
+
+  // What the last command brought back; empty for nothing.
+  const std::string& result() const { return result_; }
 
   // The processor time that the app has used, in hundredths of a second.
   long processorTicks() const {
@@ -179,7 +183,7 @@ private:
   pid_t child_ = 0;
   int output_ = -1;
   int control_ = -1;
-  std::string buffer_, answers_;
+  std::string buffer_, answers_, result_;
   std::vector<std::string> traces_;
 };
 
