@@ -172,6 +172,7 @@ windows     0         yes      no   UIWindow: UIViewController "Host"
 lifecycle   the app is no longer active
 log 3       -[ZBWrappedApplicationDelegate zb_applicationWillResignActive:]
 log 3       -[QVZorbelDelegate applicationWillResignActive]
+decision    -[OutsideDelegate applicationWillResignActive:] asks allowsPasteboard: no (pasteboardPolicy 0)
 lifecycle   the app is in the background
 log 3       -[ZBWrappedApplicationDelegate zb_applicationDidEnterBackground:]
 log 3       (-[QVZorbelDelegate applicationDidEnterBackground]))"
