@@ -44,8 +44,10 @@ TEST(Controls, OfAnAppWithoutAWindowAreNone) {
 TEST(Controls, TakeNoArgument) {
   RunningApp app(INPUT_APP);
   app.until("active");
-  EXPECT_EQ(app.command(R"({"do":"controls","of":"x"})"), refusal("\"of\" is not among what this command takes (nothing)"));
-  EXPECT_EQ(app.command(R"({"do":"offers","of":"x"})"), refusal("\"of\" is not among what this command takes (nothing)"));
+  EXPECT_EQ(app.command(R"({"do":"controls","of":"x"})"),
+            refusal("\"of\" is not among what this command takes (nothing)"));
+  EXPECT_EQ(app.command(R"({"do":"offers","of":"x"})"),
+            refusal("\"of\" is not among what this command takes (nothing)"));
 }
 
 TEST(Offers, AreNoneWhileNothingIsShown) {
