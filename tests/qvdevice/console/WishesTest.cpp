@@ -114,16 +114,33 @@ TEST(Wishes, areRefusedWhenThereAreTooMany) {
   }
 }
 
-TEST(Wishes, tellTheRunnerBeforeTheyAreTakenThatTheConsoleIsToEnd) {
+TEST(Wishes, forTheEndAreNeverTakenAndHoldBackTheOthers) {
+  // A runner that has asked whether the end is wanted takes the next wish a moment later: one for the end that came
+  // in between must not be taken for something else.
   Wishes wishes;
   EXPECT_FALSE(wishes.wantsEnd());
-  std::thread page([&] { wishes.ask({Kind::kQuit, {}}, 60s); });
-  awaitOne(wishes);
-  EXPECT_TRUE(wishes.wantsEnd());
-  EXPECT_EQ(wishes.take()->kind, Kind::kQuit);
-  wishes.answer({});
+  wishes.look();
+  Reply reply{0, ""};
+  std::thread page([&] { reply = wishes.ask({Kind::kQuit, {}}, 60s); });
+  while (!wishes.wantsEnd()) {
+    std::this_thread::sleep_for(1ms);
+  }
+  EXPECT_FALSE(wishes.take().has_value());
+  EXPECT_TRUE(wishes.waiting());
+  EXPECT_TRUE(wishes.wantsEnd()) << "still";
+  wishes.close({410, "over"});
   page.join();
+  EXPECT_EQ(reply.status, 200);
   EXPECT_FALSE(wishes.wantsEnd());
+  EXPECT_EQ(wishes.ask({Kind::kQuit, {}}, 60s).status, 200) << "it has ended";
+}
+
+TEST(Wishes, forTheEndThatNobodyHeardInTimeHoldBackNothing) {
+  Wishes wishes;
+  EXPECT_EQ(wishes.ask({Kind::kQuit, {}}, 10ms).status, 504);
+  wishes.look();
+  EXPECT_FALSE(wishes.wantsEnd());
+  ASSERT_TRUE(wishes.take().has_value());
 }
 
 TEST(Wishes, toLookAreOneHoweverManyPagesWantIt) {

@@ -74,9 +74,6 @@ public:
       outcome = relaunch();
     }
     status("over", outcome);
-    while (const auto wish = wishes_.take()) {
-      wishes_.answer(wish->kind == Wishes::Kind::kQuit ? Reply{} : Reply{410, "the console has ended"});
-    }
     return outcome.status;
   }
 

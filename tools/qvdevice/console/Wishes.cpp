@@ -28,7 +28,7 @@ Reply Wishes::ask(Wish wish, std::chrono::milliseconds limit) {
   const auto asked = std::make_shared<Asked>(Asked{std::move(wish), {}});
   std::unique_lock locked(lock_);
   if (closed_) {
-    return *closed_;
+    return closing(asked->wish, *closed_);
   }
   if (asked_.size() >= kMost) {
     return {503, "too much is wanted at once"};
@@ -57,7 +57,7 @@ void Wishes::close(const Reply& reply) {
   const std::lock_guard locked(lock_);
   closed_ = reply;
   for (const auto& asked : asked_) {
-    asked->reply = reply;
+    asked->reply = closing(asked->wish, reply);
   }
   if (current_) {
     current_->reply = reply;
@@ -68,7 +68,7 @@ void Wishes::close(const Reply& reply) {
 
 std::optional<Wishes::Wish> Wishes::take() {
   const std::lock_guard locked(lock_);
-  while (!asked_.empty()) {
+  while (!asked_.empty() && !endIsWanted()) {
     current_ = std::move(asked_.front());
     asked_.pop_front();
     if (!current_->abandoned) {
@@ -95,6 +95,12 @@ bool Wishes::waiting() const {
 
 bool Wishes::wantsEnd() const {
   const std::lock_guard locked(lock_);
+  return endIsWanted();
+}
+
+Reply Wishes::closing(const Wish& wish, const Reply& reply) { return wish.kind == Kind::kQuit ? Reply{} : reply; }
+
+bool Wishes::endIsWanted() const {
   return std::any_of(asked_.begin(), asked_.end(),
                      [](const auto& asked) { return asked->wish.kind == Kind::kQuit && !asked->abandoned; });
 }

@@ -44,13 +44,14 @@ public:
   Reply ask(Wish wish, std::chrono::milliseconds limit);
   /// Wants to see how the app is, without waiting. Any thread.
   void look();
-  /// Nothing is taken any more; who waits gets `reply`. Any thread.
+  /// Nothing is taken any more; who waits gets `reply`, and who wanted the end has got it. Any thread.
   void close(const Reply& reply);
 
   /// For the runner, who alone calls what follows: readable when something has come. `heard` makes it unreadable.
   int descriptor() const { return descriptor_; }
   void heard() const;
-  /// The oldest wish, which is to be answered before the next one is taken.
+  /// The oldest wish, which is to be answered before the next one is taken. None once somebody wants the end: that
+  /// wish stays, for `wantsEnd` to tell of whenever it is looked at, and `close` answers it.
   std::optional<Wish> take();
   void answer(const Reply& reply);
   /// Whether there is one to take.
@@ -66,6 +67,8 @@ private:
   };
 
   void wake() const;
+  bool endIsWanted() const;
+  static Reply closing(const Wish& wish, const Reply& reply);
 
   static constexpr std::size_t kMost = 64;
 
