@@ -1,5 +1,6 @@
 #include "ConsoleProcess.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -45,6 +46,7 @@ ConsoleProcess::ConsoleProcess(std::vector<std::string> arguments) {
   close(error);
   close(output[1]);
   output_ = output[0];
+  reader_ = std::jthread([this](const std::stop_token& stop) { collectOutput(stop); });
   const std::string address = until("kind", "console").value("address", "http://127.0.0.1:1/x/");
   const std::size_t slash = address.find('/', 7);
   origin_ = address.substr(0, slash);
@@ -59,24 +61,33 @@ ConsoleProcess::~ConsoleProcess() {
     kill(pid_, SIGKILL);
     waitpid(pid_, nullptr, 0);
   }
+  reader_ = {};
   close(output_);
   std::filesystem::remove(errorFile_);
 }
 
-bool ConsoleProcess::readSome() {
-  pollfd ready{output_, POLLIN, 0};
+void ConsoleProcess::collectOutput(const std::stop_token& stop) {
   std::array<char, 65536> bytes;
-  if (poll(&ready, 1, 1000) < 1) {
-    return true;
+  while (!stop.stop_requested()) {
+    pollfd ready{output_, POLLIN, 0};
+    if (poll(&ready, 1, 100) < 1) {
+      continue;
+    }
+    const ssize_t length = read(output_, bytes.data(), bytes.size());
+    const std::lock_guard locked(lock_);
+    buffer_.append(bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+    closed_ = length <= 0;
+    grown_.notify_all();
+    if (closed_) {
+      return;
+    }
   }
-  const ssize_t length = read(output_, bytes.data(), bytes.size());
-  buffer_.append(bytes.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
-  return length > 0;
 }
 
 Json ConsoleProcess::until(const std::string& key, const Json& value) {
   const auto deadline = Clock::now() + kPatience;
-  while (Clock::now() < deadline) {
+  std::unique_lock locked(lock_);
+  for (;;) {
     for (std::size_t end = buffer_.find('\n'); end != std::string::npos; end = buffer_.find('\n')) {
       const Json record = Json::parse(buffer_.substr(0, end), nullptr, false);
       buffer_.erase(0, end + 1);
@@ -84,11 +95,11 @@ Json ConsoleProcess::until(const std::string& key, const Json& value) {
         return record;
       }
     }
-    if (!readSome()) {
+    const auto more = [this] { return closed_ || buffer_.find('\n') != std::string::npos; };
+    if (!grown_.wait_until(locked, deadline, more) || buffer_.find('\n') == std::string::npos) {
       return nullptr;
     }
   }
-  return nullptr;
 }
 
 Json ConsoleProcess::untilState(const std::string& state) {
@@ -126,7 +137,7 @@ int ConsoleProcess::wait() {
       pid_ = -1;
       return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
     }
-    readSome();
+    std::this_thread::sleep_for(10ms);
   }
   return -1;
 }

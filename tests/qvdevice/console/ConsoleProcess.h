@@ -1,7 +1,10 @@
 #pragma once
 
+#include <condition_variable>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include <sys/types.h>
@@ -34,13 +37,17 @@ public:
   std::string error() const;
 
 private:
-  bool readSome();
+  void collectOutput(const std::stop_token& stop);
 
   pid_t pid_ = -1;
   int output_ = -1;
   std::string errorFile_;
-  std::string buffer_;
+  std::mutex lock_;
+  std::condition_variable_any grown_;
+  std::string buffer_; // what it has said and nobody has looked at
+  bool closed_ = false;
   std::string origin_;
   std::string base_;
   std::unique_ptr<httplib::Client> client_;
+  std::jthread reader_; // always reads: a console whose output nobody takes does nothing else any more
 };
