@@ -59,20 +59,35 @@ Json readBy(const Json& record) { return record.value("read", Json::object()); }
 
 } // namespace
 
-std::string answerOfDecisionInWords(const Json& record) {
-  const std::string about = record.contains("argument") ? valueInWords(record["argument"], "types") + ": " : "";
-  return about + valueInWords(record.value("answer", Json()), "types");
-}
-
-std::string decisionInWords(const Json& record) {
+std::string questionOfDecision(const Json& record) {
   std::string question = textOf(record, "question");
   if (question.ends_with(':')) {
     question.pop_back();
   }
+  return question;
+}
+
+std::string reasonOfDecisionInWords(const Json& record) { return reasonInWords(readBy(record)); }
+
+std::string plainAnswerOfDecisionInWords(const Json& record) {
+  return valueInWords(record.value("answer", Json()), "types");
+}
+
+std::string argumentOfDecisionInWords(const Json& record) {
+  return record.contains("argument") ? valueInWords(record["argument"], "types") : "";
+}
+
+std::string answerOfDecisionInWords(const Json& record) {
+  return argumentOfDecisionInWords(record) + (record.contains("argument") ? ": " : "") +
+         plainAnswerOfDecisionInWords(record);
+}
+
+std::string decisionInWords(const Json& record) {
   const std::string asked = textOf(record, "asked");
-  const std::string reason = reasonInWords(readBy(record));
-  return (asked.empty() ? "" : asked + " asks ") + question + (record.contains("argument") ? " " : ": ") +
-         answerOfDecisionInWords(record) + (reason.empty() ? "" : " (" + reason + ")");
+  const std::string reason = reasonOfDecisionInWords(record);
+  return (asked.empty() ? "" : asked + " asks ") + questionOfDecision(record) +
+         (record.contains("argument") ? " " : ": ") + answerOfDecisionInWords(record) +
+         (reason.empty() ? "" : " (" + reason + ")");
 }
 
 bool areAlike(const Json& decision, const Json& other) {

@@ -1,7 +1,9 @@
 #include "Findings.h"
 
 #include <algorithm>
+#include <map>
 
+#include "DecisionWords.h"
 #include "Words.h"
 
 namespace qvdevice {
@@ -10,10 +12,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 using Tone = Finding::Tone;
-
-std::string valueInWords(const Json& value) {
-  return value.is_string() ? value.get<std::string>() : value.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
 
 /// Of an activity or an app, what a person knows it by.
 std::string lastPart(const std::string& identifier) { return identifier.substr(identifier.rfind('.') + 1); }
@@ -59,17 +57,64 @@ private:
     }
   }
 
+  /// Decisions that were answered alike for the same reason are one finding, whatever they were about.
+  struct Decisions {
+    std::size_t finding; // its index
+    std::string answer;
+    std::vector<std::string> about{};
+    std::vector<std::string> askers{};
+  };
+
   void decision(const Json& record) {
-    const Json answer = record.value("answer", Json());
-    const std::string read = readInWords(record);
-    const std::string argument = record.contains("argument") ? " " + valueInWords(record["argument"]) : "";
-    const std::string words = answer.is_boolean() ? (answer.get<bool>() ? "yes" : "no") : valueInWords(answer);
-    const std::string asked = textOf(record, "asked");
-    note(answer == Json(false)  ? Tone::kRefused
-         : answer == Json(true) ? Tone::kAllowed
-                                : Tone::kPlain,
-         textOf(record, "question") + argument + ": " + words + (read.empty() ? "" : " (" + read + ")"),
-         asked.empty() ? "" : "asked by " + asked, true);
+    const std::string question = questionOfDecision(record);
+    const std::string reason = reasonOfDecisionInWords(record);
+    const std::string answer =
+        ": " + plainAnswerOfDecisionInWords(record) + (reason.empty() ? "" : " (" + reason + ")");
+    const auto [known, isNew] = decisions_.try_emplace(question + answer, Decisions{findings_.size(), answer});
+    Decisions& decisions = known->second;
+    if (isNew) {
+      const Json value = record.value("answer", Json());
+      findings_.push_back({value == Json(false)  ? Tone::kRefused
+                           : value == Json(true) ? Tone::kAllowed
+                                                 : Tone::kPlain,
+                           {}});
+    }
+    addOnce(decisions.about, argumentOfDecisionInWords(record));
+    if (const std::string asked = textOf(record, "asked"); !asked.empty()) {
+      addOnce(decisions.askers, asked);
+    }
+    Finding& finding = findings_[decisions.finding];
+    finding.decisions = static_cast<int>(decisions.about.size());
+    finding.text = question + inShort(decisions.about) + decisions.answer;
+    const std::string about = decisions.about.size() > 1 ? "for " + joined(decisions.about) : "";
+    const std::string askers = decisions.askers.empty() ? "" : "asked by " + joined(decisions.askers);
+    finding.detail = about + (about.empty() || askers.empty() ? "" : "; ") + askers;
+  }
+
+  static void addOnce(std::vector<std::string>& list, const std::string& text) {
+    if (std::find(list.begin(), list.end(), text) == list.end()) {
+      list.push_back(text);
+    }
+  }
+
+  static std::string joined(const std::vector<std::string>& list) {
+    std::string text;
+    for (const std::string& each : list) {
+      text += (text.empty() ? "" : ", ") + each;
+    }
+    return text;
+  }
+
+  static std::string inShort(const std::vector<std::string>& about) {
+    if (about.size() > kNamed) {
+      return ", for " + std::to_string(about.size()) + " of them";
+    }
+    if (about.size() == 1) {
+      return about.front().empty() ? "" : " " + about.front();
+    }
+    std::vector<std::string> names = about;
+    std::transform(names.begin(), names.end(), names.begin(), lastPart);
+    return " " + joined(names);
   }
 
   void offer(const Json& record) {
@@ -83,7 +128,7 @@ private:
   void pasteboard(const Json& record) {
     std::string types;
     for (const Json& type : record.value("types", Json::array())) {
-      types += (types.empty() ? "" : ", ") + valueInWords(type);
+      types += (types.empty() ? "" : ", ") + (type.is_string() ? type.get<std::string>() : "?");
     }
     add(Tone::kPlain, types.empty() ? "the pasteboard is empty now" : "on the pasteboard now: " + types);
   }
@@ -114,34 +159,23 @@ private:
     add(Tone::kPlain, "acknowledged: " + what + " " + resultInWords(result));
   }
 
-  void add(Tone tone, const std::string& text) { note(tone, text, {}, false); }
-
-  void note(Tone tone, const std::string& text, const std::string& detail, bool decision) {
+  void add(Tone tone, const std::string& text) {
     const auto same =
         std::find_if(findings_.begin(), findings_.end(), [&](const Finding& each) { return each.text == text; });
     if (same == findings_.end()) {
-      findings_.push_back({tone, text, detail, decision});
+      findings_.push_back({tone, text});
     }
   }
 
+  static constexpr std::size_t kNamed = 3;
+
   std::vector<Finding> findings_;
+  std::map<std::string, Decisions> decisions_;
   std::string said_;
   int protected_ = 0;
 };
 
 } // namespace
-
-std::string readInWords(const Json& decision) {
-  std::string words;
-  const Json read = decision.value("read", Json::object());
-  for (const auto& [name, value] : read.items()) {
-    // An SDK that is ready goes without saying, unless it is all that counted.
-    if (name != "isReady" || value == Json(false)) {
-      words += (words.empty() ? "" : ", ") + name + " " + valueInWords(value);
-    }
-  }
-  return words;
-}
 
 std::vector<Finding> findingsOf(const std::vector<Json>& records) { return Finder().find(records); }
 

@@ -15,15 +15,13 @@ struct Finding {
   std::string text;
   /// More about it, for who wants to know: who asked for a decision.
   std::string detail{};
-  bool decision = false;
+  /// How many decisions it tells of; they differ in what they were about.
+  int decisions = 0;
 };
 
 /// What the records of a step say, the same thing once: decisions and the policies behind them, what was offered, what
 /// left the app, what was refused, what the user was told. The last thing that the app said, when there is nothing
 /// else.
 std::vector<Finding> findingsOf(const std::vector<nlohmann::ordered_json>& records);
-
-/// What was read for a decision: "printPolicy 0, isReady true"; empty when nothing was.
-std::string readInWords(const nlohmann::ordered_json& decision);
 
 } // namespace qvdevice

@@ -70,9 +70,7 @@ void HtmlReport::launched(const Setting& setting) {
 void HtmlReport::took(const Step& step) {
   steps() += stepMarkup(step, ++number_);
   for (const Finding& finding : findingsOf(step.records)) {
-    if (finding.decision) {
-      ++decisions_[finding.tone];
-    }
+    decisions_[finding.tone] += finding.decisions;
   }
   for (const Json& record : step.records) {
     const std::string kind = textOf(record, "kind");
