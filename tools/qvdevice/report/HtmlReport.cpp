@@ -197,7 +197,7 @@ Markup HtmlReport::acknowledgements() const {
   }
   return Markup::element(
       "div", {{"class", "scroll"}, {"tabindex", "0"}, {"role", "region"}, {"aria-label", "What the SDK was told"}},
-      Markup::element("table", {},
+      Markup::element("table", {{"class", "calls"}},
                       Markup::element("thead", {}, Markup::element("tr", {}, head)) +
                           Markup::element("tbody", {}, acknowledgements_)));
 }
