@@ -45,6 +45,9 @@ public:
   /// The same, with what it answers.
   std::optional<Answer> ask(const nlohmann::ordered_json& command, Clock::duration limit);
 
+  /// Whether it has not answered yet what it was told last, though nobody waits for that any more.
+  bool owesAnswer() { return answers_.isOwed(); }
+
   /// Tells the extension that was started last, once there is one, and answers like `tell`, but that an extension
   /// which ends instead of answering has done what it was told.
   std::optional<std::string> tellExtension(const nlohmann::ordered_json& command, Clock::duration limit);

@@ -117,6 +117,20 @@ TEST(Console, canBeEndedWhileTheAppHangs) {
   page.join();
 }
 
+TEST(Console, givesAnAppThatIsBusyAMomentToEndInGoodOrder) {
+  const WorkFolder folder;
+  ConsoleProcess console({leavingApp(folder, "usleep(700000);")});
+  console.untilState("running");
+  Done done;
+  std::thread page([&] { done = console.happen("background"); });
+  console.until("event", "background");
+  kill(console.pid(), SIGINT);
+  EXPECT_EQ(console.until("kind", "end").value("sentence", ""), "Leaving was told to end and did, with status 0");
+  EXPECT_EQ(console.wait(), 0);
+  page.join();
+  EXPECT_EQ(done, Done(504, R"({"error":"the console was to end before the app had answered"})"));
+}
+
 TEST(Console, isRefusedWhenThereIsOneForTheDeviceAlready) {
   const WorkFolder folder;
   const std::string device = folder.path() / "device";

@@ -21,6 +21,8 @@ constexpr auto kBetweenLooks = 150ms;
 constexpr auto kSettled = 50ms;
 constexpr auto kMostSettling = 500ms;
 constexpr Clock::duration kExtensionsLook = 2s;
+/// For an app that is busy when the console is to end.
+constexpr Clock::duration kLastAnswer = 2s;
 constexpr std::size_t kMostItems = 1000;
 
 } // namespace
@@ -89,7 +91,7 @@ std::optional<Outcome> Session::serve(const Tools& tools) {
       }
       changed_ = true;
     } else if (changed_ && !tools.app.ended() && !look(tools)) {
-      return tools.app.ended() ? std::nullopt : std::optional(tools.run.hung("gave no answer in " + tools.limitText));
+      return withoutAnswer(tools);
     }
   }
   return std::nullopt;
@@ -107,9 +109,9 @@ std::optional<Outcome> Session::perform(const Tools& tools, const Event& event) 
   }
   const auto answer = tools.app.tell(event.command, tools.limit);
   if (!answer && !tools.app.ended()) {
-    const Outcome outcome = tools.run.hung("gave no answer in " + tools.limitText);
-    wishes_.answer({504, outcome.sentence});
-    return wantsEnd() ? tools.run.hung("gave no answer") : outcome;
+    wishes_.answer({504, wantsEnd() ? "the console was to end before the app had answered"
+                                    : tools.run.hung("gave no answer in " + tools.limitText).sentence});
+    return withoutAnswer(tools);
   }
   tools.app.readUntilQuiet(kSettled, kMostSettling);
   if (!answer) {
@@ -142,10 +144,21 @@ std::optional<Outcome> Session::performOnExtension(const Tools& tools, const Eve
   return std::nullopt;
 }
 
+/// The wait for an answer was cut short, unless the app has had all of its time, or has ended.
+std::optional<Outcome> Session::withoutAnswer(const Tools& tools) {
+  if (tools.app.ended()) {
+    return std::nullopt;
+  }
+  return wantsEnd() ? endConsole(tools) : tools.run.hung("gave no answer in " + tools.limitText);
+}
+
 /// An app that hears ends in good order; who cannot wait for that says so once more.
 std::optional<Outcome> Session::endConsole(const Tools& tools) {
   const int before = endings_;
   tools.app.enough = [this, before] { return endings_ > before; };
+  if (!tools.app.readUntil([&] { return !tools.app.owesAnswer(); }, std::min(tools.limit, kLastAnswer))) {
+    return tools.app.ended() ? std::nullopt : std::optional(tools.run.hung("gave no answer"));
+  }
   return tools.run.terminate(tools.app, readEventText("terminate"));
 }
 

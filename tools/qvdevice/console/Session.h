@@ -37,6 +37,7 @@ private:
   std::optional<Outcome> serve(const Tools& tools);
   std::optional<Outcome> perform(const Tools& tools, const Event& event);
   std::optional<Outcome> performOnExtension(const Tools& tools, const Event& event);
+  std::optional<Outcome> withoutAnswer(const Tools& tools);
   std::optional<Outcome> endConsole(const Tools& tools);
   bool look(const Tools& tools);
   bool lookAt(const Tools& tools, const std::string& what);
