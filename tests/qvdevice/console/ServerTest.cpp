@@ -2,6 +2,9 @@
 #include "Server.h"
 
 #include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
 #include <thread>
 
 #include <httplib.h>
@@ -15,7 +18,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using namespace qvdevice;
-using testing::HasSubstr;
 using testing::StartsWith;
 
 class ServerTest : public testing::Test {
@@ -148,54 +150,74 @@ TEST_F(ServerTest, hasAPictureOnceOneWasTaken) {
   EXPECT_EQ(answer->get_header_value("Content-Type"), "image/png");
 }
 
-/// What a page that stays open is told until the server ends.
-std::string streamOf(int port, const std::string& path, httplib::Headers headers = {}) {
-  httplib::Client client("127.0.0.1", port);
-  client.set_read_timeout(20s);
-  std::string text;
-  client.Get(path, headers, [&](const char* data, std::size_t length) {
-    text.append(data, length);
-    return true;
-  });
-  return text;
-}
+/// A page that stays open until the server ends, and what it is told.
+class OpenPage {
+public:
+  OpenPage(int port, const std::string& path)
+      : thread_([this, port, path] {
+          httplib::Client client("127.0.0.1", port);
+          client.set_read_timeout(20s);
+          client.Get(path, [this](const char* data, std::size_t length) {
+            const std::lock_guard locked(lock_);
+            text_.append(data, length);
+            grown_.notify_all();
+            return true;
+          });
+        }) {}
+
+  /// Waits until it was told this.
+  void await(const std::string& part) {
+    std::unique_lock locked(lock_);
+    grown_.wait_for(locked, 60s, [&] { return text_.find(part) != std::string::npos; });
+  }
+
+  /// All that it was told, without heartbeats; the server is to have ended.
+  const std::string& text() {
+    static const std::string kHeartbeat = ":\n\n";
+    thread_.join();
+    for (std::size_t at = 0; (at = text_.find(kHeartbeat)) != std::string::npos;) {
+      text_.erase(at, kHeartbeat.size());
+    }
+    return text_;
+  }
+
+private:
+  std::mutex lock_;
+  std::condition_variable grown_;
+  std::string text_;
+  std::jthread thread_;
+};
 
 TEST_F(ServerTest, streamsTheRecordsToEachPageWithTheirNumbers) {
+  const std::string first = "id: 1\ndata: {\"kind\":\"log\",\"n\":1}\n\n";
+  const std::string second = "id: 2\ndata: {\"kind\":\"log\",\"n\":2}\n\n";
+  const std::string last = "id: 3\ndata: {\"kind\":\"end\"}\n\n";
   feed_.add({{"kind", "log"}, {"n", 1}});
-  std::string early;
-  std::string late;
-  std::thread first([&] { early = streamOf(port_, base_ + "records?after=0"); });
-  std::thread second([&] { late = streamOf(port_, base_ + "records?after=1"); });
-  std::this_thread::sleep_for(100ms);
+  OpenPage early(port_, base_ + "records?after=0");
+  OpenPage late(port_, base_ + "records?after=1");
+  early.await(first);
   feed_.add({{"kind", "log"}, {"n", 2}});
-  std::this_thread::sleep_for(100ms);
+  early.await(second);
+  late.await(second);
   feed_.add({{"kind", "end"}});
   server_.reset();
-  first.join();
-  second.join();
-  const std::string second2 = "id: 2\ndata: {\"kind\":\"log\",\"n\":2}\n\n";
-  const std::string last = "id: 3\ndata: {\"kind\":\"end\"}\n\n";
-  EXPECT_THAT(early, HasSubstr("id: 1\ndata: {\"kind\":\"log\",\"n\":1}\n\n"));
-  EXPECT_THAT(early, HasSubstr(second2));
-  EXPECT_THAT(early, HasSubstr(last)) << "also what came just before the end";
-  EXPECT_THAT(late, StartsWith(second2));
-  EXPECT_THAT(late, HasSubstr(last));
+  EXPECT_EQ(early.text(), first + second + last) << "also what came just before the end";
+  EXPECT_EQ(late.text(), second + last);
 }
 
 TEST_F(ServerTest, takesANumberThatIsNoneAsTheBeginning) {
+  const std::string first = "id: 1\ndata: {\"kind\":\"log\"}\n\n";
   feed_.add({{"kind", "log"}});
-  std::string text;
-  std::thread page([&] { text = streamOf(port_, base_ + "records?after=-1x"); });
-  std::this_thread::sleep_for(100ms);
+  OpenPage page(port_, base_ + "records?after=-1x");
+  page.await(first);
   server_.reset();
-  page.join();
-  EXPECT_THAT(text, StartsWith("id: 1\n"));
+  EXPECT_EQ(page.text(), first);
 }
 
 TEST_F(ServerTest, refusesOnePageTooManyAndStillAnswersTheOthers) {
-  std::vector<std::thread> pages;
+  std::deque<OpenPage> pages;
   for (int i = 0; i < 16; ++i) {
-    pages.emplace_back([this] { streamOf(port_, base_ + "records"); });
+    pages.emplace_back(port_, base_ + "records");
   }
   httplib::Client another("127.0.0.1", port_);
   int status = 0;
@@ -213,9 +235,6 @@ TEST_F(ServerTest, refusesOnePageTooManyAndStillAnswersTheOthers) {
   EXPECT_EQ(client_->Get(base_)->status, 200);
   EXPECT_EQ(post("relaunch", "{}", origin_)->status, 200);
   server_.reset();
-  for (std::thread& page : pages) {
-    page.join();
-  }
 }
 
 TEST(Server, refusesAPortThatIsTaken) {
