@@ -22,7 +22,7 @@ constexpr auto kSettled = 50ms;
 constexpr auto kMostSettling = 500ms;
 constexpr Clock::duration kExtensionsLook = 2s;
 /// For an app that is busy when the console is to end.
-constexpr Clock::duration kLastAnswer = 2s;
+constexpr Clock::duration kLastAnswer = 3s;
 constexpr std::size_t kMostItems = 1000;
 
 } // namespace
