@@ -136,6 +136,33 @@ TEST(Console, givesAnAppThatIsBusyAMomentToEndInGoodOrder) {
       << "it may have been quicker than the signal";
 }
 
+/// The options for Notes beside a Manager whose passcode extension takes so many seconds to begin.
+std::vector<std::string> withSlowExtension(const WorkFolder& folder, int seconds) {
+  const fs::path manager = folder.path() / "Manager.app";
+  fs::copy(fs::path(APPS) / "Manager.app", manager, fs::copy_options::recursive);
+  const std::string program = "Manager.app/PlugIns/Passcode.appex/Passcode";
+  folder.write(program, "#!/bin/sh\nsleep " + std::to_string(seconds) + "\nexec '" APPS "/" + program + "' \"$@\"\n");
+  return {"--system-version", "12.4",      "--install", manager,          "--policies",
+          AUTHENTICATE,       "--timeout", "600",       APPS "/Notes.app"};
+}
+
+TEST(Console, waitsForAnExtensionThatIsNotOnTheScreenYet) {
+  const WorkFolder folder;
+  ConsoleProcess console(withSlowExtension(folder, 1));
+  console.untilState("running");
+  EXPECT_EQ(console.happen("authenticate"), Done(200, kOk));
+  EXPECT_EQ(console.happen("extension tap 1"), Done(200, kOk));
+}
+
+TEST(Console, killsAnExtensionThatIsNeverShownWithoutWaitingForIt) {
+  const WorkFolder folder;
+  ConsoleProcess console(withSlowExtension(folder, 600));
+  console.untilState("running");
+  EXPECT_EQ(console.happen("authenticate"), Done(200, kOk));
+  EXPECT_EQ(console.happen("extension kill"), Done(200, kOk));
+  EXPECT_EQ(console.happen("extension kill"), Done(409, R"({"error":"no extension runs"})"));
+}
+
 TEST(Console, isRefusedWhenThereIsOneForTheDeviceAlready) {
   const WorkFolder folder;
   const std::string device = folder.path() / "device";
