@@ -42,6 +42,15 @@ SEL addMethodWithoutEncoding(Class cls, const char *name) {
   return selector;
 }
 
+/// Whether a process was started as this program; an emulator has it among its own arguments.
+static bool isStartedAs(const std::string &program, const std::filesystem::path &process) {
+  std::ifstream file(process / "cmdline");
+  for (std::string argument; std::getline(file, argument, '\0');) {
+    if (std::filesystem::path(argument).filename() == program) return true;
+  }
+  return false;
+}
+
 std::vector<pid_t> processesOf(const std::string &program) {
   std::vector<pid_t> found;
   for (const auto &entry : std::filesystem::directory_iterator("/proc")) {
@@ -50,7 +59,8 @@ std::vector<pid_t> processesOf(const std::string &program) {
     std::string name;
     char state = 0;
     pid_t parent = 0;
-    if (file >> pid >> name >> state >> parent && parent == getppid() && name == "(" + program + ")" && state != 'Z')
+    if (file >> pid >> name >> state >> parent && parent == getppid() && state != 'Z' &&
+        isStartedAs(program, entry.path()))
       found.push_back(pid);
   }
   return found;
