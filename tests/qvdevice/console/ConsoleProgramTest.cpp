@@ -141,7 +141,8 @@ std::vector<std::string> withSlowExtension(const WorkFolder& folder, int seconds
   const fs::path manager = folder.path() / "Manager.app";
   fs::copy(fs::path(APPS) / "Manager.app", manager, fs::copy_options::recursive);
   const std::string program = "Manager.app/PlugIns/Passcode.appex/Passcode";
-  folder.write(program, "#!/bin/sh\nsleep " + std::to_string(seconds) + "\nexec '" APPS "/" + program + "' \"$@\"\n");
+  folder.write(program, "#!/bin/sh\nsleep " + std::to_string(seconds) + "\nexec " EMULATOR " '" APPS "/" + program +
+                            "' \"$@\"\n");
   return {"--system-version", "12.4",      "--install", manager,          "--policies",
           AUTHENTICATE,       "--timeout", "600",       APPS "/Notes.app"};
 }
