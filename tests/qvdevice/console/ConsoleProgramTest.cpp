@@ -164,6 +164,20 @@ TEST(Console, killsAnExtensionThatIsNeverShownWithoutWaitingForIt) {
   EXPECT_EQ(console.happen("extension kill"), Done(409, R"({"error":"no extension runs"})"));
 }
 
+TEST(Console, canBeEndedWhileAnExtensionIsWaitedFor) {
+  const WorkFolder folder;
+  ConsoleProcess console(withSlowExtension(folder, 600));
+  console.untilState("running");
+  EXPECT_EQ(console.happen("authenticate"), Done(200, kOk));
+  Done done;
+  std::thread page([&] { done = console.happen("extension tap 1"); });
+  console.until("event", "extension tap");
+  kill(console.pid(), SIGINT);
+  EXPECT_EQ(console.wait(), 0);
+  page.join();
+  EXPECT_EQ(done, Done(504, R"({"error":"the console was to end before the extension had answered"})"));
+}
+
 TEST(Console, isRefusedWhenThereIsOneForTheDeviceAlready) {
   const WorkFolder folder;
   const std::string device = folder.path() / "device";

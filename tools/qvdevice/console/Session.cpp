@@ -136,7 +136,8 @@ std::optional<Outcome> Session::performOnExtension(const Tools& tools, const Eve
   if (!answer && tools.app.ended()) {
     wishes_.answer({410, "the app ended before its extension answered"});
   } else if (!answer) {
-    wishes_.answer({504, "the extension gave no answer in " + tools.limitText});
+    wishes_.answer({504, wantsEnd() ? "the console was to end before the extension had answered"
+                                    : "the extension gave no answer in " + tools.limitText});
   } else {
     tools.app.readUntilQuiet(kSettled, kMostSettling);
     wishes_.answer(answer->empty() ? Reply{} : Reply{409, *answer});
